@@ -1,0 +1,12 @@
+#include <cerrno>
+
+#include "stc_zuva_color.h"
+
+namespace snapdragoncolor {
+
+int StcZuvaColor::ZuvaColorRenderIntentCalibration(ModeRenderInputParams *,
+                                                   HwConfigOutputParams *) {
+    return 0;
+}
+
+}  // namespace snapdragoncolor

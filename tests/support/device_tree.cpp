@@ -1,0 +1,64 @@
+#include "tests/support/device_tree.h"
+
+#include <cstdio>
+#include <cstdlib>
+#include <filesystem>
+#include <fstream>
+#include <stdexcept>
+
+namespace stc_test {
+
+namespace fs = std::filesystem;
+
+DeviceTree::DeviceTree() {
+    std::string tmpl = (fs::temp_directory_path() / "stc-device-XXXXXX").string();
+    if (!mkdtemp(tmpl.data())) {
+        throw std::runtime_error("mkdtemp failed");
+    }
+    root_ = tmpl;
+    setenv("STC_DEVICE_ROOT", root_.c_str(), 1);
+}
+
+DeviceTree::~DeviceTree() {
+    unsetenv("STC_DEVICE_ROOT");
+    std::error_code ec;
+    fs::remove_all(root_, ec);
+}
+
+void DeviceTree::WriteFile(const std::string &device_path, const std::string &content) const {
+    fs::path path = HostPath(device_path);
+    fs::create_directories(path.parent_path());
+    std::ofstream out(path, std::ios::binary | std::ios::trunc);
+    out << content;
+}
+
+void DeviceTree::MakeDir(const std::string &device_path) const {
+    fs::create_directories(HostPath(device_path));
+}
+
+void DeviceTree::Remove(const std::string &device_path) const {
+    std::error_code ec;
+    fs::remove_all(HostPath(device_path), ec);
+}
+
+std::string MakeLutText(int lines, int offset) {
+    std::string text;
+    char line[96];
+    for (int i = 0; i < lines; ++i) {
+        int r = (i / 289) % 17 * 64, g = (i / 17) % 17 * 64, b = i % 17 * 64;
+        std::snprintf(line, sizeof(line), "%d %d %d %d %d %d\n", r, g, b, r + offset,
+                      g + offset, b + offset);
+        text += line;
+    }
+    return text;
+}
+
+std::string MakePccText(double red, double green, double blue) {
+    char text[512];
+    std::snprintf(text, sizeof(text),
+                  "0 %g 0 0 0 0 0 0 0 0 0\n0 0 %g 0 0 0 0 0 0 0 0\n0 0 0 %g 0 0 0 0 0 0 0\n", red,
+                  green, blue);
+    return text;
+}
+
+}  // namespace stc_test
