@@ -154,11 +154,11 @@ void StcZuvaColor::LogColorModeChange(ScOps op, const ModeRenderInputParams *par
         "%s: op = %s, colormode changed: gamut(%d->%d) gamma(%d->%d) intent(%d->%d) id(%d->%d), "
         "clr_trsfm=%d, caliPccEn=%d, cali_3dlut_=%d, cali_gamut_=%d, is_primary_=%d "
         "curr_scene:%d%s%s\n",
-        "ProcessOps", ScOpsName(op), active_color_mode_.gamut, mode.gamut,
-        active_color_mode_.gamma, mode.gamma, active_color_mode_.intent, mode.intent,
-        active_mode_id_, static_cast<int32_t>(params->id), clr_trsfm_, en_calibrated_pcc_,
-        en_calibrated_3dlut_, cali_gamut_, is_primary_, curr_scene_id_,
-        SceneIdToString(curr_scene_id_).c_str(), SceneIdToString(latched_scene_id_).c_str());
+        "ProcessOps", ScOpsName(op), active_color_mode_.gamut, mode.gamut, active_color_mode_.gamma,
+        mode.gamma, active_color_mode_.intent, mode.intent, active_mode_id_,
+        static_cast<int32_t>(params->id), clr_trsfm_, en_calibrated_pcc_, en_calibrated_3dlut_,
+        cali_gamut_, is_primary_, curr_scene_id_, SceneIdToString(curr_scene_id_).c_str(),
+        SceneIdToString(latched_scene_id_).c_str());
     active_color_mode_.gamut = mode.gamut;
     active_color_mode_.gamma = mode.gamma;
     active_color_mode_.intent = mode.intent;

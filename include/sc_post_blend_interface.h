@@ -251,7 +251,7 @@ struct ZuvaColorParams {
 // The host's abstract plug-in; slot order: destructor, deleting destructor, Init, DeInit,
 // SetProperty, GetProperty, ProcessOps.
 class ScPostBlendInterface {
-public:
+  public:
     virtual ~ScPostBlendInterface() {}
     virtual int Init(const std::string &panel_name) = 0;
     virtual int DeInit() = 0;
@@ -303,7 +303,8 @@ static_assert(sizeof(ColorMode) == 64, "ColorMode size");
 static_assert(offsetof(ColorModeList, list) == 8, "ColorModeList::list");
 static_assert(sizeof(ColorModeList) == 32, "ColorModeList size");
 
-static_assert(offsetof(ModeRenderInputParams, color_mode) == 32, "ModeRenderInputParams::color_mode");
+static_assert(offsetof(ModeRenderInputParams, color_mode) == 32,
+              "ModeRenderInputParams::color_mode");
 static_assert(offsetof(ModeRenderInputParams, meta) == 96, "ModeRenderInputParams::meta");
 static_assert(offsetof(ModeRenderInputParams, id) == 2904, "ModeRenderInputParams::id");
 

@@ -32,7 +32,7 @@ constexpr uint32_t kIntentCalibrationMode = 0x103;
 STC_EXPORT void printCallStack(char *tag);
 
 class StcZuvaColor : public ScPostBlendInterface {
-public:
+  public:
     StcZuvaColor();
     ~StcZuvaColor() override;
 
@@ -42,7 +42,7 @@ public:
     int GetProperty(ScPayload *payload) override;
     int ProcessOps(ScOps op, const ScPayload &input, ScPayload *output) override;
 
-private:
+  private:
     friend struct StcZuvaColorTestAccess;
 
     using SetHandler = int (StcZuvaColor::*)(const ScPayload &);

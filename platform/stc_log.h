@@ -10,8 +10,11 @@ namespace snapdragoncolor {
 constexpr const char *kStcLogTag = "StcZuvaColor";
 }  // namespace snapdragoncolor
 
-#define STC_LOGD(...) __android_log_print(ANDROID_LOG_DEBUG, ::snapdragoncolor::kStcLogTag, __VA_ARGS__)
-#define STC_LOGW(...) __android_log_print(ANDROID_LOG_WARN, ::snapdragoncolor::kStcLogTag, __VA_ARGS__)
-#define STC_LOGE(...) __android_log_print(ANDROID_LOG_ERROR, ::snapdragoncolor::kStcLogTag, __VA_ARGS__)
+#define STC_LOGD(...) \
+    __android_log_print(ANDROID_LOG_DEBUG, ::snapdragoncolor::kStcLogTag, __VA_ARGS__)
+#define STC_LOGW(...) \
+    __android_log_print(ANDROID_LOG_WARN, ::snapdragoncolor::kStcLogTag, __VA_ARGS__)
+#define STC_LOGE(...) \
+    __android_log_print(ANDROID_LOG_ERROR, ::snapdragoncolor::kStcLogTag, __VA_ARGS__)
 
 #endif  // STC_PLATFORM_STC_LOG_H_

@@ -12,7 +12,7 @@ namespace {
 using namespace snapdragoncolor;
 
 class FrameTest : public PluginHost {
-protected:
+  protected:
     void SetUp() override {
         plugin_ = Create();
         ASSERT_NE(plugin_, nullptr);
@@ -75,10 +75,18 @@ TEST_F(FrameTest, WrongEnvelopeVersionIsRefusedSilently) {
 TEST_F(FrameTest, SetPropertyLogsNameOfEveryCode) {
     InitPlugin();
     const std::pair<uint32_t, const char *> cases[] = {
-        {0, "kInvalid"},           {9, "kSupportToneMap"},   {15, "kDisplayIntf"},
-        {16, "unsupported"},       {510, "unsupported"},     {511, "kPropertyMax"},
-        {512, "kCustomPropertyStart"}, {515, "kZuvaColorSupport"}, {517, "kGetZuvaColor"},
-        {518, "unsupported"},      {1023, "unsupported"},    {1024, "kCustomPropertyEnd"},
+        {0, "kInvalid"},
+        {9, "kSupportToneMap"},
+        {15, "kDisplayIntf"},
+        {16, "unsupported"},
+        {510, "unsupported"},
+        {511, "kPropertyMax"},
+        {512, "kCustomPropertyStart"},
+        {515, "kZuvaColorSupport"},
+        {517, "kGetZuvaColor"},
+        {518, "unsupported"},
+        {1023, "unsupported"},
+        {1024, "kCustomPropertyEnd"},
     };
     for (const auto &[code, name] : cases) {
         log_.Clear();

@@ -17,7 +17,7 @@ namespace stc_test {
 using EntryPoint = snapdragoncolor::ScPostBlendInterface *(*)(int, int);
 
 class PluginHost : public ::testing::Test {
-protected:
+  protected:
     static void SetUpTestSuite() {
         handle_ = dlopen(STC_PLUGIN_PATH, RTLD_NOW | RTLD_LOCAL);
         ASSERT_NE(handle_, nullptr) << dlerror();

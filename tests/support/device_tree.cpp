@@ -46,8 +46,8 @@ std::string MakeLutText(int lines, int offset) {
     char line[96];
     for (int i = 0; i < lines; ++i) {
         int r = (i / 289) % 17 * 64, g = (i / 17) % 17 * 64, b = i % 17 * 64;
-        std::snprintf(line, sizeof(line), "%d %d %d %d %d %d\n", r, g, b, r + offset,
-                      g + offset, b + offset);
+        std::snprintf(line, sizeof(line), "%d %d %d %d %d %d\n", r, g, b, r + offset, g + offset,
+                      b + offset);
         text += line;
     }
     return text;

@@ -7,7 +7,7 @@
 namespace stc_test {
 
 class DeviceTree {
-public:
+  public:
     DeviceTree();
     ~DeviceTree();
     DeviceTree(const DeviceTree &) = delete;
@@ -21,7 +21,7 @@ public:
     void MakeDir(const std::string &device_path) const;
     void Remove(const std::string &device_path) const;
 
-private:
+  private:
     std::string root_;
 };
 

@@ -15,7 +15,7 @@ struct LogLine {
 
 // While an instance lives, every line logged in the process is recorded (and not printed).
 class LogCapture {
-public:
+  public:
     LogCapture();
     ~LogCapture();
 
@@ -25,7 +25,9 @@ public:
     std::vector<LogLine> Matching(const std::string &text) const;
     // Number of lines whose message equals `message` exactly, at `priority`.
     int Count(int priority, const std::string &message) const;
-    bool Has(int priority, const std::string &message) const { return Count(priority, message) > 0; }
+    bool Has(int priority, const std::string &message) const {
+        return Count(priority, message) > 0;
+    }
     // Index of the first line equal to `message`, or -1.
     int IndexOf(const std::string &message) const;
     std::string Dump() const;

@@ -10,12 +10,14 @@
 namespace snapdragoncolor {
 
 struct StcZuvaColorTestAccess {
-#define STC_MEMBER(name) \
-    static auto &name(StcZuvaColor &c) { return c.name; }
-#define STC_METHOD(name)                                               \
-    template <typename... Args>                                        \
-    static decltype(auto) name(StcZuvaColor &c, Args &&...args) {      \
-        return c.name(std::forward<Args>(args)...);                   \
+#define STC_MEMBER(name)                 \
+    static auto &name(StcZuvaColor &c) { \
+        return c.name;                   \
+    }
+#define STC_METHOD(name)                                          \
+    template <typename... Args>                                   \
+    static decltype(auto) name(StcZuvaColor &c, Args &&...args) { \
+        return c.name(std::forward<Args>(args)...);               \
     }
     STC_MEMBER(set_property_map_)
     STC_MEMBER(get_property_map_)

@@ -1,0 +1,24 @@
+#ifndef STC_TOOLS_STC_HOST_OPTIONS_H_
+#define STC_TOOLS_STC_HOST_OPTIONS_H_
+
+#include <string>
+
+namespace stc_host {
+
+struct Options {
+    std::string session;
+    std::string library;
+    std::string device;
+    std::string panel;
+    std::string qdutils;
+    std::string log_level = "D";
+    bool no_qdutils = false;
+    bool json = false;
+};
+
+// Panel handed to Init when neither the command line nor the session names one.
+constexpr const char *kDefaultPanel = "zuva_a1_video";
+
+}  // namespace stc_host
+
+#endif  // STC_TOOLS_STC_HOST_OPTIONS_H_
