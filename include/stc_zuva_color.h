@@ -58,8 +58,8 @@ class StcZuvaColor : public ScPostBlendInterface {
     int GetNeedsUpdate(ScPayload *payload);
     int GetSupportTonemap(ScPayload *payload);
 
-    // Panel: Init steps.
-    void ClassifyPanel(const std::string &panel_name, int parse_result);
+    // Panel: Init steps. ClassifyPanel is false for a panel the profile does not list.
+    bool ClassifyPanel(const std::string &panel_name, int parse_result);
     bool MatchPanelLists(const std::string &panel_name);
     int OpenQdutils();
     void CheckNonLinearSrgb(const std::string &panel_name);
