@@ -3,6 +3,7 @@
 #ifndef STC_ENHANCE_GLIMRA_H_
 #define STC_ENHANCE_GLIMRA_H_
 
+#include <mutex>
 #include <string>
 #include <vector>
 
@@ -15,6 +16,9 @@ constexpr size_t kNonLinearCurveLength = 1280;
 
 // Gamma codes of the last non-linear panel initialised; shared by every plug-in object.
 extern std::vector<int> gamma_srgb;
+// Held from reading gamma_srgb until its codes are in the curves, so that displays initialising
+// at the same time do not interleave.
+extern std::mutex gamma_srgb_mutex;
 
 bool readGammaConfigFromFile(std::vector<int> &gamma_values, const std::string &path);
 

@@ -1,8 +1,55 @@
+#include <algorithm>
+
 #include "enhance/glimra.h"
+#include "platform/stc_log.h"
 
 namespace snapdragoncolor {
 
-int ApplyZuvaGlimra(ModeRenderInputParams *, HwConfigOutputParams *, std::vector<int> &, bool) {
+namespace {
+
+constexpr const char *kGlimraApply = "ApplyZuvaGlimra";
+
+HwConfigPayload *FindFirstGammaEntry(HwConfigOutputParams *output) {
+    if (!output) {
+        return nullptr;
+    }
+    for (HwConfigPayload &entry : output->payload) {
+        if (entry.hw_asset == kPbGC) {
+            return &entry;
+        }
+    }
+    return nullptr;
+}
+
+// Writes the curve, as unsigned codes, into one channel of `length` entries.
+void FillChannel(std::vector<uint32_t> &channel, const std::vector<int> &curve, size_t length) {
+    channel.resize(length);
+    // Init sizes the curves to the panel's length; a shorter one is never read past its end.
+    const size_t copied = std::min(length, curve.size());
+    std::transform(curve.begin(), curve.begin() + static_cast<std::ptrdiff_t>(copied),
+                   channel.begin(), [](int code) { return static_cast<uint32_t>(code); });
+    std::fill(channel.begin() + static_cast<std::ptrdiff_t>(copied), channel.end(), 0u);
+}
+
+}  // namespace
+
+int ApplyZuvaGlimra(ModeRenderInputParams *, HwConfigOutputParams *output, std::vector<int> &curve,
+                    bool isLinearGamma) {
+    HwConfigPayload *entry = FindFirstGammaEntry(output);
+    if (!entry) {
+        STC_LOGD("%s: zgl: no gc matrix in output_params\n", kGlimraApply);
+        return 0;
+    }
+    STC_LOGD("%s: zgl: find kPbGC\n", kGlimraApply);
+    auto *gamma = static_cast<GammaPostBlendConfig *>(entry->hw_payload.get());
+    if (!gamma) {
+        return 0;
+    }
+    const size_t length = isLinearGamma ? kLinearCurveLength : kNonLinearCurveLength;
+    FillChannel(gamma->r, curve, length);
+    FillChannel(gamma->g, curve, length);
+    FillChannel(gamma->b, curve, length);
+    gamma->enabled = true;
     return 0;
 }
 

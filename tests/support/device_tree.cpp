@@ -41,14 +41,22 @@ void DeviceTree::Remove(const std::string &device_path) const {
     fs::remove_all(HostPath(device_path), ec);
 }
 
+std::array<int, 6> LutLineValues(int i, int offset) {
+    int r = (i / 289) % 17 * 64, g = (i / 17) % 17 * 64, b = i % 17 * 64;
+    return {r, g, b, r + offset, g + offset, b + offset};
+}
+
+std::string MakeLutLine(int i, int offset) {
+    std::array<int, 6> v = LutLineValues(i, offset);
+    char line[96];
+    std::snprintf(line, sizeof(line), "%d %d %d %d %d %d\n", v[0], v[1], v[2], v[3], v[4], v[5]);
+    return line;
+}
+
 std::string MakeLutText(int lines, int offset) {
     std::string text;
-    char line[96];
     for (int i = 0; i < lines; ++i) {
-        int r = (i / 289) % 17 * 64, g = (i / 17) % 17 * 64, b = i % 17 * 64;
-        std::snprintf(line, sizeof(line), "%d %d %d %d %d %d\n", r, g, b, r + offset, g + offset,
-                      b + offset);
-        text += line;
+        text += MakeLutLine(i, offset);
     }
     return text;
 }

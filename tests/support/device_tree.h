@@ -2,6 +2,7 @@
 #ifndef STC_TESTS_SUPPORT_DEVICE_TREE_H_
 #define STC_TESTS_SUPPORT_DEVICE_TREE_H_
 
+#include <array>
 #include <string>
 
 namespace stc_test {
@@ -25,7 +26,12 @@ class DeviceTree {
     std::string root_;
 };
 
-// A LUT file of `lines` lines on the 17-point grid; line i maps to (i, i+1, i+2) scaled.
+// The six numbers of LUT line i: the grid point (i / 289, i / 17, i) mod 17, scaled by 64, mapped
+// to itself plus `offset`.
+std::array<int, 6> LutLineValues(int i, int offset = 0);
+// LUT line i with its line feed.
+std::string MakeLutLine(int i, int offset = 0);
+// A LUT file of lines 0 .. lines-1.
 std::string MakeLutText(int lines, int offset = 0);
 // A PCC file of three lines with the given diagonal.
 std::string MakePccText(double red, double green, double blue);
