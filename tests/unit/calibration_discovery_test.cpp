@@ -122,14 +122,14 @@ TEST_F(CalibrationDiscoveryTest, CliCandidatesAndTheFiveCharacterStemRule) {
 
 TEST_F(CalibrationDiscoveryTest, PersistentFileNamedByPanelSkipsTheNameFile) {
     A::is_primary_(c_) = true;
-    dev_.WriteFile(kPersist + "panel_abc_C3D_cali_srgb.txt", "");
+    dev_.WriteFile(kPersist + "panel_abc_notes.txt", "");
     dev_.WriteFile(kDtPrimPanelName, "zzzzzzzz");
     EXPECT_EQ(Load("abc"), Expected(kPersist + "panel_abc", "/vendor/etc/display/panel_abc"));
     EXPECT_TRUE(A::use_incoming_panel_name_(c_));
     EXPECT_TRUE(log_.Matching("try open file").empty());
     EXPECT_TRUE(Has(ANDROID_LOG_WARN,
                     "useIncomingPanelName: Found calibration param file named by panel_name: "
-                    "/mnt/vendor/persist/display/panel_abc_C3D_cali_srgb.txt\n"));
+                    "/mnt/vendor/persist/display/panel_abc_notes.txt\n"));
 }
 
 TEST_F(CalibrationDiscoveryTest, EmptyPanelNameAndOverlongNameFile) {
