@@ -91,6 +91,8 @@ class StcZuvaColor : public ScPostBlendInterface {
     // Picture-quality controls.
     int SetZuvaColor(const ScPayload &payload);
     void ApplyFacCalibration(uint32_t value);
+    void ApplyAloneItem(uint32_t value);
+    void ReloadCalibration();
     void ComposePaConfig(PaConfig &config);
     int ProcessModeSwAssets(const ScPayload &input, ScPayload *output);
     int ZuvaColorSwAssetsSharpness(ModeRenderInputParams *input, HwConfigOutputParams *output);
