@@ -1,10 +1,34 @@
-#include <cerrno>
+// PA stage: writes the user's picture-adjustment levels into every "PostBlendPa" payload.
+#include <memory>
 
+#include "picture/pa_config.h"
+#include "platform/stc_log.h"
 #include "stc_zuva_color.h"
 
 namespace snapdragoncolor {
 
-int StcZuvaColor::ZuvaColorRenderIntentPA(ModeRenderInputParams *, HwConfigOutputParams *) {
+namespace {
+
+constexpr const char *kFunc = "ZuvaColorRenderIntentPA";
+
+}  // namespace
+
+int StcZuvaColor::ZuvaColorRenderIntentPA(ModeRenderInputParams *, HwConfigOutputParams *output) {
+    // Once a record had to be made, every later line of this call reports it.
+    bool empty = false;
+    for (HwConfigPayload &entry : output->payload) {
+        if (entry.hw_asset != kPbPa) {
+            continue;
+        }
+        if (!entry.hw_payload) {
+            entry.hw_payload = std::make_shared<PaConfig>();
+            empty = true;
+        }
+        PaConfig &config = *static_cast<PaConfig *>(entry.hw_payload.get());
+        STC_LOGD("%s: ##empty_payload=%d, %s\n", kFunc, empty, PaConfigToString(config).c_str());
+        ComposePaConfig(config);
+        STC_LOGD("%s: ==override_payload: %s\n", kFunc, PaConfigToString(config).c_str());
+    }
     return 0;
 }
 
