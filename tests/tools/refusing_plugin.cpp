@@ -1,4 +1,7 @@
 // A plug-in that refuses every interface version, for the host simulator's error handling.
-extern "C" __attribute__((visibility("default"))) void *GetScPostBlendInterface(int, int) {
+#include "sc_post_blend_interface.h"
+
+extern "C" __attribute__((visibility("default"))) snapdragoncolor::ScPostBlendInterface *
+GetScPostBlendInterface(int, int) {
     return nullptr;
 }
