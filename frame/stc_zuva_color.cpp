@@ -9,6 +9,7 @@
 #include <utils/CallStack.h>
 
 #include "frame/names.h"
+#include "frame/payload.h"
 #include "picture/scene_items.h"
 #include "platform/stc_log.h"
 
@@ -53,11 +54,6 @@ int SummaryValue(SummaryBlock block, const void *record) {
         return static_cast<int>(count);
     }
     return bytes[4];
-}
-
-template <typename T>
-T *PayloadAs(const ScPayload &payload) {
-    return reinterpret_cast<T *>(static_cast<uintptr_t>(payload.payload));
 }
 
 }  // namespace
@@ -133,10 +129,10 @@ int StcZuvaColor::ProcessOps(ScOps op, const ScPayload &input, ScPayload *output
     curr_scene_val_ = UINT32_MAX;
     ++process_cnt_;
 
-    auto *params = PayloadAs<ModeRenderInputParams>(input);
+    auto *params = RecordAt<ModeRenderInputParams>(input);
     LogColorModeChange(op, params);
     if (pq_update_pending_ || (de_update_pending_ && (curr_scene_id_ & kSceneSharpness))) {
-        LogOutputSummary(op, params, PayloadAs<HwConfigOutputParams>(*output));
+        LogOutputSummary(op, params, RecordAt<HwConfigOutputParams>(*output));
     }
     return (this->*(it->second))(input, output);
 }
@@ -198,8 +194,8 @@ void StcZuvaColor::LogOutputSummary(ScOps op, const ModeRenderInputParams *param
 }
 
 int StcZuvaColor::GetModeList(ScPayload *payload) {
-    auto *mode_list = PayloadAs<ColorModeList>(*payload);
-    if (payload->len != sizeof(ColorModeList) || !mode_list) {
+    auto *mode_list = SizedRecord<ColorModeList>(*payload);
+    if (!mode_list) {
         return -EINVAL;
     }
     if (&mode_list->list != &color_modes_) {
@@ -209,8 +205,8 @@ int StcZuvaColor::GetModeList(ScPayload *payload) {
 }
 
 int StcZuvaColor::GetNeedsUpdate(ScPayload *payload) {
-    auto *needs_update = PayloadAs<bool>(*payload);
-    if (payload->len != sizeof(bool) || !needs_update) {
+    auto *needs_update = SizedRecord<bool>(*payload);
+    if (!needs_update) {
         return -EINVAL;
     }
     *needs_update = dimming_pending_ || pq_update_pending_ || de_update_pending_;
@@ -218,8 +214,8 @@ int StcZuvaColor::GetNeedsUpdate(ScPayload *payload) {
 }
 
 int StcZuvaColor::GetSupportTonemap(ScPayload *payload) {
-    auto *supported = PayloadAs<bool>(*payload);
-    if (payload->len != sizeof(bool) || !supported) {
+    auto *supported = SizedRecord<bool>(*payload);
+    if (!supported) {
         return -EINVAL;
     }
     *supported = false;

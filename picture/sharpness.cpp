@@ -4,7 +4,7 @@
 #include <memory>
 
 #include "picture/scene_items.h"
-#include "pipeline/property_payload.h"
+#include "frame/payload.h"
 #include "platform/stc_log.h"
 #include "stc_zuva_color.h"
 

@@ -3,7 +3,7 @@
 // dimming was requested the host keeps being told that an update is wanted.
 #include <cerrno>
 
-#include "pipeline/property_payload.h"
+#include "frame/payload.h"
 #include "platform/stc_log.h"
 #include "stc_zuva_color.h"
 

@@ -2,7 +2,7 @@
 // state behind: whether the host currently applies a non-identity matrix.
 #include <cerrno>
 
-#include "pipeline/property_payload.h"
+#include "frame/payload.h"
 #include "platform/stc_log.h"
 #include "stc_zuva_color.h"
 

@@ -2,6 +2,7 @@
 #include <cstdint>
 
 #include "enhance/glimra.h"
+#include "frame/payload.h"
 #include "picture/scene_items.h"
 #include "platform/stc_log.h"
 #include "stc_zuva_color.h"
@@ -12,16 +13,11 @@ namespace {
 
 constexpr const char *kFunc = "ProcessModeRenderIntent";
 
-template <typename T>
-T *RecordAt(const ScPayload *payload) {
-    return payload ? reinterpret_cast<T *>(static_cast<uintptr_t>(payload->payload)) : nullptr;
-}
-
 }  // namespace
 
 int StcZuvaColor::ProcessModeRenderIntent(const ScPayload &in, ScPayload *out) {
-    auto *input = RecordAt<ModeRenderInputParams>(&in);
-    auto *output = RecordAt<HwConfigOutputParams>(out);
+    auto *input = RecordAt<ModeRenderInputParams>(in);
+    auto *output = out ? RecordAt<HwConfigOutputParams>(*out) : nullptr;
 
     if (!pq_update_pending_ && !input) {
         STC_LOGW("%s: ProcessModeRenderIntent: input is null\n", kFunc);

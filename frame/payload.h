@@ -1,6 +1,6 @@
 // Access to the record behind a property payload, with the size check every handler starts with.
-#ifndef STC_PIPELINE_PROPERTY_PAYLOAD_H_
-#define STC_PIPELINE_PROPERTY_PAYLOAD_H_
+#ifndef STC_FRAME_PAYLOAD_H_
+#define STC_FRAME_PAYLOAD_H_
 
 #include <sys/types.h>
 
@@ -36,4 +36,4 @@ T *CheckedRecord(const ScPayload &payload, const char *function) {
 
 }  // namespace snapdragoncolor
 
-#endif  // STC_PIPELINE_PROPERTY_PAYLOAD_H_
+#endif  // STC_FRAME_PAYLOAD_H_
