@@ -192,5 +192,21 @@ TEST_F(FrameTest, DeInitTwiceThenOperationsAreRefused) {
     EXPECT_EQ(Get(*plugin_, kNeedsUpdate, &flag), 0);
 }
 
+TEST_F(FrameTest, PrintCallStackLogsUnderTheGivenTag) {
+    using PrintCallStack = void (*)(char *);
+    auto print = reinterpret_cast<PrintCallStack>(
+        dlsym(handle_, "_ZN15snapdragoncolor14printCallStackEPc"));
+    ASSERT_NE(print, nullptr);
+    char tag[] = "StcTrace";
+    log_.Clear();
+    print(tag);
+    auto lines = log_.Lines();
+    ASSERT_FALSE(lines.empty());
+    for (const LogLine &line : lines) {
+        EXPECT_EQ(line.tag, "StcTrace");
+        EXPECT_EQ(line.priority, ANDROID_LOG_DEBUG);
+    }
+}
+
 }  // namespace
 }  // namespace stc_test
