@@ -1,4 +1,5 @@
 #include <cstdio>
+#include <optional>
 
 #include "calibration/calibration_file.h"
 #include "picture/scene_items.h"
@@ -59,13 +60,9 @@ class LutLineHandler : public CalibrationLineHandler {
 
 bool StcZuvaColor::read3DlutFromFile(char *file_path, lut3d_info *lut) {
     LutLineHandler handler(lut);
-    switch (ReadCalibrationFile(file_path, kLutReader, handler)) {
-        case CalibrationReadResult::kUnreadable:
-            return false;
-        case CalibrationReadResult::kStopped:
-            return true;
-        case CalibrationReadResult::kAllLines:
-            break;
+    if (std::optional<bool> early =
+            ResultBeforeClosing(ReadCalibrationFile(file_path, kLutReader, handler))) {
+        return *early;
     }
     const int count = handler.count();
     if (count != kLutLines) {
