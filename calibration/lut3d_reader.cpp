@@ -12,9 +12,10 @@ namespace {
 
 constexpr const char *kLutReader = "read3DlutFromFile";
 constexpr int kLutLines = static_cast<int>(kGamutEntries);
-// Entries echoed to the log: the head and the tail of a full table.
+// Accepted lines echoed to the log: the first fifteen and every one past the 4900th, which is the
+// tail of a full table and any surplus line.
 constexpr int kLutLogHead = 15;
-constexpr int kLutLogTailFrom = 4901;
+constexpr int kLutLogTailAfter = 4900;
 
 // Parses LUT lines straight into the destination's entries, in file order.
 class LutLineHandler : public CalibrationLineHandler {
@@ -43,10 +44,10 @@ class LutLineHandler : public CalibrationLineHandler {
             for (int k = 0; k < 6; ++k) {
                 lut_->entries[count_][k] = v[k];
             }
-            if (count_ < kLutLogHead || count_ >= kLutLogTailFrom) {
-                STC_LOGD("%s: line %d: got %d params [(%d %d %d) -> (%d %d %d)], str=[%s]\n",
-                         kLutReader, count_, got, v[0], v[1], v[2], v[3], v[4], v[5], line);
-            }
+        }
+        if (count_ < kLutLogHead || count_ > kLutLogTailAfter) {
+            STC_LOGD("%s: line %d: got %d params [(%d %d %d) -> (%d %d %d)], str=[%s]\n",
+                     kLutReader, count_, got, v[0], v[1], v[2], v[3], v[4], v[5], line);
         }
         ++count_;
     }
