@@ -50,7 +50,7 @@ class CalibrationReadersTest : public ::testing::Test {
         return std::to_string(result) + " " + std::to_string(marks) + " " +
                std::to_string(lut().entries[1][5]);
     }
-    // The last reader's `message`, its line feed added, at `priority`.
+    // Whether the last reader logged `message` (line feed added) at `priority`.
     bool Has(int priority, const std::string &message) const {
         return log_.Has(priority, reader_ + message + "\n");
     }
