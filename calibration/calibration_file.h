@@ -4,6 +4,7 @@
 #define STC_CALIBRATION_CALIBRATION_FILE_H_
 
 #include <cstddef>
+#include <optional>
 
 namespace snapdragoncolor {
 
@@ -36,6 +37,20 @@ enum class CalibrationReadResult {
     kStopped,     // read, but the lines were not all handed over: no closing step
     kAllLines,    // every line ended by a line feed was handed over: the closing step follows
 };
+
+// The reader's result when the routine ended before the closing step; nothing when every line
+// was handed over and the closing step decides.
+inline std::optional<bool> ResultBeforeClosing(CalibrationReadResult result) {
+    switch (result) {
+        case CalibrationReadResult::kUnreadable:
+            return false;
+        case CalibrationReadResult::kStopped:
+            return true;
+        case CalibrationReadResult::kAllLines:
+            break;
+    }
+    return std::nullopt;
+}
 
 // Reads `path` (a device path) and hands its lines to `handler`; `func` names the reader in the
 // routine's own messages.

@@ -1,4 +1,5 @@
 #include <cstdio>
+#include <optional>
 
 #include "calibration/calibration_file.h"
 #include "picture/scene_items.h"
@@ -11,9 +12,10 @@ namespace {
 
 constexpr const char *kLutReader = "read3DlutFromFile";
 constexpr int kLutLines = static_cast<int>(kGamutEntries);
-// Entries echoed to the log: the head and the tail of a full table.
+// Accepted lines echoed to the log: the first fifteen and every one past the 4900th, which is the
+// tail of a full table and any surplus line.
 constexpr int kLutLogHead = 15;
-constexpr int kLutLogTailFrom = 4901;
+constexpr int kLutLogTailAfter = 4900;
 
 // Parses LUT lines straight into the destination's entries, in file order.
 class LutLineHandler : public CalibrationLineHandler {
@@ -42,10 +44,10 @@ class LutLineHandler : public CalibrationLineHandler {
             for (int k = 0; k < 6; ++k) {
                 lut_->entries[count_][k] = v[k];
             }
-            if (count_ < kLutLogHead || count_ >= kLutLogTailFrom) {
-                STC_LOGD("%s: line %d: got %d params [(%d %d %d) -> (%d %d %d)], str=[%s]\n",
-                         kLutReader, count_, got, v[0], v[1], v[2], v[3], v[4], v[5], line);
-            }
+        }
+        if (count_ < kLutLogHead || count_ > kLutLogTailAfter) {
+            STC_LOGD("%s: line %d: got %d params [(%d %d %d) -> (%d %d %d)], str=[%s]\n",
+                     kLutReader, count_, got, v[0], v[1], v[2], v[3], v[4], v[5], line);
         }
         ++count_;
     }
@@ -59,13 +61,9 @@ class LutLineHandler : public CalibrationLineHandler {
 
 bool StcZuvaColor::read3DlutFromFile(char *file_path, lut3d_info *lut) {
     LutLineHandler handler(lut);
-    switch (ReadCalibrationFile(file_path, kLutReader, handler)) {
-        case CalibrationReadResult::kUnreadable:
-            return false;
-        case CalibrationReadResult::kStopped:
-            return true;
-        case CalibrationReadResult::kAllLines:
-            break;
+    if (std::optional<bool> early =
+            ResultBeforeClosing(ReadCalibrationFile(file_path, kLutReader, handler))) {
+        return *early;
     }
     const int count = handler.count();
     if (count != kLutLines) {

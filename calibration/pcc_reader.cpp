@@ -1,4 +1,5 @@
 #include <cstdio>
+#include <optional>
 
 #include "calibration/calibration_file.h"
 #include "picture/scene_items.h"
@@ -52,13 +53,9 @@ class PccLineHandler : public CalibrationLineHandler {
 
 bool StcZuvaColor::readPCCFromFile(char *file_path, PccConfig *pcc) {
     PccLineHandler handler(pcc);
-    switch (ReadCalibrationFile(file_path, kPccReader, handler)) {
-        case CalibrationReadResult::kUnreadable:
-            return false;
-        case CalibrationReadResult::kStopped:
-            return true;
-        case CalibrationReadResult::kAllLines:
-            break;
+    if (std::optional<bool> early =
+            ResultBeforeClosing(ReadCalibrationFile(file_path, kPccReader, handler))) {
+        return *early;
     }
     if (handler.lines() != kPccLines) {
         STC_LOGW("%s: found %d lines, should have 3 lines!\n", kPccReader, handler.lines());

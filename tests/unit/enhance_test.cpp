@@ -3,7 +3,6 @@
 #include <android/log.h>
 #include <gtest/gtest.h>
 
-#include <climits>
 #include <memory>
 #include <string>
 #include <thread>
@@ -19,182 +18,109 @@ namespace {
 
 constexpr int D = ANDROID_LOG_DEBUG;
 const std::string kGamma = "/vendor/etc/display/panel_abc_gamma_srgb.txt";
-const std::string kInvalid = "readGammaConfigFromFile: Warning: Invalid data at line ";
+const std::string kReader = "readGammaConfigFromFile: ", kInit = "stcZuvaGlimraInit: ";
 
 std::string Codes(size_t count, int code) {
     std::string text;
-    for (size_t i = 0; i < count; ++i) {
+    while (count--)
         text += std::to_string(code) + "\n";
-    }
     return text;
 }
 
 class EnhanceTest : public ::testing::Test {
   protected:
-    std::vector<int> ReadGamma(const std::string &text, bool ok) {
-        tree_.WriteFile(kGamma, text);
-        std::vector<int> values = {99};
-        EXPECT_EQ(readGammaConfigFromFile(values, kGamma), ok);
-        return values;
-    }
-    bool InitNonLinear(const std::string &panel = "abc") {
-        log_.Clear();
-        return stcZuvaGlimraInit(boost_, base_, panel, false);
-    }
+    bool Has(const std::string &message) const { return log_.Has(D, message + "\n"); }
 
     stc_test::DeviceTree tree_;
     stc_test::LogCapture log_;
-    std::vector<int> boost_, base_;
+    std::vector<int> values_ = {99}, boost_, base_;
 };
 
 TEST_F(EnhanceTest, GammaFileTakesTheLeadingIntegerOfEachLine) {
-    EXPECT_EQ(ReadGamma("12\n#x\n\n  7 trailing\nabc\n-3\n", true), (std::vector<int>{12, 7, -3}));
-    EXPECT_EQ(log_.Matching("Invalid").size(), 1u);
-    EXPECT_TRUE(log_.Has(D, kInvalid + "5: abc\n"));
-    EXPECT_TRUE(log_.Has(D,
-                         "readGammaConfigFromFile: Successfully loaded 3 values from gamma "
-                         "config file: " +
-                             kGamma + "\n"));
+    EXPECT_FALSE(readGammaConfigFromFile(values_, kGamma) || !values_.empty());
+    EXPECT_TRUE(Has(kReader + "Failed to open gamma config file: " + kGamma));
+    tree_.WriteFile(kGamma, "# only\n#comments\n");
+    EXPECT_FALSE(readGammaConfigFromFile(values_, kGamma));
+    EXPECT_TRUE(Has(kReader + "No valid data found in gamma config file: " + kGamma));
 
-    EXPECT_EQ(ReadGamma(" #1\n4294967296\n2147483647\r\n-2147483648\n2147483648\nx\r\n+8", true),
-              (std::vector<int>{INT_MAX, INT_MIN, 8}));
-    EXPECT_TRUE(log_.Has(D, kInvalid + "1:  #1\n"));
-    EXPECT_TRUE(log_.Has(D, kInvalid + "2: 4294967296\n"));
-    EXPECT_TRUE(log_.Has(D, kInvalid + "5: 2147483648\n"));
-    EXPECT_TRUE(log_.Has(D, kInvalid + "6: x\r\n"));
-}
-
-TEST_F(EnhanceTest, GammaFileWithoutValuesFails) {
-    EXPECT_TRUE(ReadGamma("# only\n#comments\n", false).empty());
-    EXPECT_TRUE(log_.Has(
-        D, "readGammaConfigFromFile: No valid data found in gamma config file: " + kGamma + "\n"));
-    tree_.Remove(kGamma);
-    std::vector<int> values = {1};
-    EXPECT_FALSE(readGammaConfigFromFile(values, kGamma));
-    EXPECT_TRUE(values.empty());
-    EXPECT_TRUE(
-        log_.Has(D, "readGammaConfigFromFile: Failed to open gamma config file: " + kGamma + "\n"));
+    tree_.WriteFile(kGamma, "12\n#x\n\n  7 trailing\nabc\n-3\n #1\n4294967296\n2147483647\r\n" +
+                                std::string("-2147483648\n2147483648\nx\r\n+8"));
+    EXPECT_TRUE(readGammaConfigFromFile(values_, kGamma));
+    EXPECT_EQ(values_, (std::vector<int>{12, 7, -3, 2147483647, -2147483647 - 1, 8}));
+    // abc, " #1", both numbers out of range and x; lines are counted from 1, comments included.
+    EXPECT_EQ(log_.Matching("Invalid").size(), 5u);
+    EXPECT_TRUE(Has(kReader + "Warning: Invalid data at line 12: x\r"));
+    EXPECT_TRUE(Has(kReader + "Successfully loaded 6 values from gamma config file: " + kGamma));
 }
 
 TEST_F(EnhanceTest, LinearCurvesMatchTheirReferenceValues) {
     boost_.assign(2000, -1);
     ASSERT_TRUE(stcZuvaGlimraInit(boost_, base_, "lin", true));
-    EXPECT_TRUE(log_.Has(D, "stcZuvaGlimraInit: stcZuvaGlimraInit isLinearGamma:1, panel:lin\n"));
-    ASSERT_EQ(boost_.size() + base_.size(), 2048u);
+    EXPECT_TRUE(Has(kInit + "stcZuvaGlimraInit isLinearGamma:1, panel:lin"));
     const std::pair<int, int> points[] = {
         {0, 0},     {9, 9},     {10, 48},   {11, 51},   {16, 63},     {32, 94},     {64, 144},
         {128, 227}, {256, 360}, {512, 594}, {768, 812}, {1000, 1004}, {1022, 1022}, {1023, 1023}};
     for (auto [i, want] : points) {
         EXPECT_EQ(boost_[i], want) << "index " << i;
     }
-    for (int i = 1; i < 1024; ++i) {
-        ASSERT_EQ(base_[i], i);
-        ASSERT_GE(boost_[i], boost_[i - 1]) << "index " << i;
-    }
+    EXPECT_TRUE(boost_.size() == 1024 && base_.size() == 1024 && base_[64] == 64 &&
+                base_[1023] == 1023);
 }
 
 TEST_F(EnhanceTest, NonLinearCurvesNeedTheWholeFile) {
-    EXPECT_FALSE(InitNonLinear());
-    EXPECT_TRUE(log_.Has(D, "stcZuvaGlimraInit: Using default gamma values\n"));
-    EXPECT_EQ(boost_.size() + base_.size(), 2560u);
-
+    EXPECT_FALSE(stcZuvaGlimraInit(boost_, base_, "abc", false));
+    EXPECT_TRUE(Has(kInit + "Using default gamma values") && boost_.size() + base_.size() == 2560);
     tree_.WriteFile(kGamma, Codes(1279, 5) + "# not a code\n");
-    EXPECT_FALSE(InitNonLinear());
-    EXPECT_TRUE(log_.Has(D, "stcZuvaGlimraInit: Loaded 1279 gamma values\n"));
-    EXPECT_TRUE(log_.Has(D, "stcZuvaGlimraInit: gamma_srgb size is not enough, ignore it\n"));
+    EXPECT_FALSE(stcZuvaGlimraInit(boost_, base_, "abc\n", false));  // the name ends at its break
+    EXPECT_TRUE(Has(kInit + "Loaded 1279 gamma values"));
+    EXPECT_TRUE(Has(kInit + "gamma_srgb size is not enough, ignore it"));
+    // Codes outside 0..1023 reach neither curve unclamped; codes past the 1280th are left out.
+    tree_.WriteFile(kGamma, "512\n0\n-5\n2000\n" + Codes(1277, 1023));
+    ASSERT_TRUE(stcZuvaGlimraInit(boost_, base_, "abc\r\nxyz", false));
+    EXPECT_EQ((std::vector<int>{boost_[0], base_[0], boost_[1], boost_[2], base_[2], base_[3]}),
+              (std::vector<int>{630, 512, 0, 0, 0, 1023}));
+    EXPECT_TRUE(gamma_srgb.size() == 1281 && boost_.size() == 1280 && base_[1279] == 1023);
 }
 
-TEST_F(EnhanceTest, NonLinearCurvesFollowTheCodes) {
-    tree_.WriteFile(kGamma, Codes(1280, 1023) + "7\n");
-    ASSERT_TRUE(InitNonLinear("abc\n"));  // the line feed does not reach the file name
-    EXPECT_EQ(gamma_srgb.size(), 1281u);
-    EXPECT_EQ(boost_, std::vector<int>(1280, 1023));
-    EXPECT_EQ(base_, std::vector<int>(1280, 1023));
+// Displays share the gamma table; the suite's name puts this among the ThreadSanitizer tests.
+class GlimraConcurrencyTest : public EnhanceTest {};
 
-    // Codes outside 0..1023 reach neither curve unclamped.
-    tree_.WriteFile(kGamma, "0\n512\n-5\n2000\n" + Codes(1276, 100));
-    ASSERT_TRUE(InitNonLinear("abc\r\nxyz"));
-    EXPECT_EQ(std::vector<int>(boost_.begin(), boost_.begin() + 5),
-              (std::vector<int>{0, 630, 0, 1023, 201}));
-    EXPECT_EQ(std::vector<int>(base_.begin(), base_.begin() + 5),
-              (std::vector<int>{0, 512, 0, 1023, 100}));
-}
-
-TEST_F(EnhanceTest, DisplaysInitialisingTogetherKeepTheirOwnCodes) {
+TEST_F(GlimraConcurrencyTest, DisplaysInitialisingTogetherKeepTheirOwnCodes) {
     tree_.WriteFile("/vendor/etc/display/panel_a_gamma_srgb.txt", Codes(1280, 512));
     tree_.WriteFile("/vendor/etc/display/panel_b_gamma_srgb.txt", Codes(1300, 0));
-    auto run = [](const std::string &panel, int want) {
+    auto run = [](const char *panel, int want) {
         std::vector<int> boost, base;
-        for (int round = 0; round < 20; ++round) {
+        for (int round = 0; round < 50; ++round) {
             ASSERT_TRUE(stcZuvaGlimraInit(boost, base, panel, false));
             ASSERT_EQ(boost, std::vector<int>(1280, want));
         }
     };
-    std::thread a(run, "a", 630), b(run, "b", 0);
-    a.join();
-    b.join();
+    std::thread other(run, "a", 630);
+    run("b", 0);
+    other.join();
 }
 
-class ApplyGlimraTest : public ::testing::Test {
-  protected:
-    std::shared_ptr<GammaPostBlendConfig> AddGamma(const std::string &block, size_t length) {
-        auto record = std::make_shared<GammaPostBlendConfig>();
-        record->r.assign(length, 5);
-        record->g = record->b = record->r;
-        record->dither_strength = 3;
-        output_.payload.push_back(stc_test::Entry(block, record));
-        return record;
-    }
-    void Apply(bool linear) {
-        log_.Clear();
-        EXPECT_EQ(ApplyZuvaGlimra(nullptr, &output_, curve_, linear), 0);
-    }
-
-    stc_test::LogCapture log_;
-    HwConfigOutputParams output_;
-    std::vector<int> curve_ = std::vector<int>(1280, 9);
-};
-
-TEST_F(ApplyGlimraTest, WithoutAGammaRecordNothingChanges) {
-    Apply(true);
-    EXPECT_TRUE(log_.Has(D, "ApplyZuvaGlimra: zgl: no gc matrix in output_params\n"));
-    auto near_miss = AddGamma("PostBlendGCx", 256);
-    Apply(true);
-    EXPECT_TRUE(log_.Has(D, "ApplyZuvaGlimra: zgl: no gc matrix in output_params\n"));
-    EXPECT_EQ(near_miss->r.size(), 256u);
-    EXPECT_FALSE(near_miss->enabled);
-
-    output_.payload.push_back(stc_test::EmptyEntry(kPbGC));
-    Apply(true);
-    EXPECT_TRUE(log_.Has(D, "ApplyZuvaGlimra: zgl: find kPbGC\n"));
-    EXPECT_EQ(output_.payload[1].hw_payload, nullptr);
-}
-
-TEST_F(ApplyGlimraTest, FirstGammaRecordTakesTheCurveAtThePanelLength) {
-    std::vector<int> base;
-    ASSERT_TRUE(stcZuvaGlimraInit(curve_, base, "lin", true));
-    curve_[1] = -1;
-    auto first = AddGamma(kPbGC, 256);
-    auto second = AddGamma(kPbGC, 256);
-    Apply(true);
-    for (auto *channel : {&first->r, &first->g, &first->b}) {
-        ASSERT_EQ(channel->size(), 1024u);
-        EXPECT_EQ((*channel)[1], 0xFFFFFFFFu);
-        EXPECT_EQ((*channel)[64], 144u);
-        EXPECT_EQ((*channel)[1023], 1023u);
-    }
-    EXPECT_TRUE(first->enabled);
-    EXPECT_EQ(first->dither_strength, 3u);
-    EXPECT_EQ(second->r.size(), 256u);
-    EXPECT_FALSE(second->enabled);
-
-    curve_.assign(1280, 9);
-    auto wide = std::make_shared<GammaPostBlendConfig>();
-    wide->b.assign(2048, 1);
-    output_.payload[0].hw_payload = wide;
-    Apply(false);
-    EXPECT_EQ(wide->b, std::vector<uint32_t>(1280, 9));
-    EXPECT_EQ(wide->r.size(), 1280u);
+TEST_F(EnhanceTest, OnlyTheFirstGammaBlockTakesTheCurve) {
+    auto near_miss = std::make_shared<GammaPostBlendConfig>();
+    auto gamma = std::make_shared<GammaPostBlendConfig>();
+    gamma->r.assign(2048, 5);
+    gamma->dither_strength = 3;
+    HwConfigOutputParams out;
+    out.payload = {stc_test::Entry("PostBlendGCx", near_miss)};
+    std::vector<int> curve(1280, -1);
+    EXPECT_EQ(ApplyZuvaGlimra(nullptr, &out, curve, true), 0);
+    EXPECT_TRUE(Has("ApplyZuvaGlimra: zgl: no gc matrix in output_params"));
+    // The first entry named "PostBlendGC" is the gamma block, even without a record.
+    out.payload.push_back(stc_test::EmptyEntry(kPbGC));
+    out.payload.push_back(stc_test::Entry(kPbGC, gamma));
+    EXPECT_EQ(ApplyZuvaGlimra(nullptr, &out, curve, true), 0);
+    EXPECT_TRUE(Has("ApplyZuvaGlimra: zgl: find kPbGC"));
+    EXPECT_TRUE(!out.payload[1].hw_payload && near_miss->r.empty() && gamma->r.size() == 2048);
+    out.payload[1].hw_payload = gamma;
+    ApplyZuvaGlimra(nullptr, &out, curve, false);
+    const std::vector<uint32_t> want(1280, 0xFFFFFFFFu);
+    EXPECT_TRUE(gamma->r == want && gamma->g == want && gamma->b == want);
+    EXPECT_TRUE(gamma->enabled && gamma->dither_strength == 3);
 }
 
 }  // namespace
