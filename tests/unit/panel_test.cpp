@@ -89,12 +89,12 @@ TEST_F(PanelTest, ProfileIsReadVerbatimByPrefixRulesOnlyWhenUsable) {
                   "unexpected root node: Configs\n"});
     ExpectLogged(ANDROID_LOG_WARN, "StcXmlParse", {"unsupported config: gamma\n"});
     ExpectLogged(ANDROID_LOG_DEBUG, "StcXmlParse",
-                 {"panel abcdef is main. panel (1)\n",
+                 {"panel abcdef is main. panel (1)\n",  // type kept from the first parse
                   kProfilePath + " not exist, -1, errno=2, No such file or directory\n"s});
 }
 
-// Each object starts with a stale init path, a non-linear entry that only a read profile applies,
-// and both flags set when `preset`. State: (P)rimary, (C)LI, (L)inear sRGB gamma, mode count.
+// Fresh objects hold a stale record (abc listed as primary and non-linear, an init path) and both
+// flags set when `preset`. State: (P)rimary, (C)LI, (L)inear sRGB gamma, then the mode count.
 TEST_F(PanelTest, InitClassifiesThePanel) {
     const char *kProfile = R"(<config id="panelList"><prim>pan</prim><cli>panelA_v</cli></config>
         <config id="zgl_nonlinear_srgb"><panelname>panelA</panelname></config>
@@ -109,8 +109,7 @@ TEST_F(PanelTest, InitClassifiesThePanel) {
         Profile(kProfile, profile ? "ZuvaStcConfigs" : "None");  // an unusable one counts as none
         auto color = std::make_unique<StcZuvaColor>();
         A::is_primary_(*color) = A::is_cli_(*color) = preset;
-        A::xml_result_(*color).nonlinear_srgb_panels = {"abc"};
-        A::xml_result_(*color).init_name_path = "/stale";
+        A::xml_result_(*color) = {{"abc"}, {}, "", "", -1, "/stale", {"abc"}};
         ASSERT_EQ(color->Init(name), 0);
         EXPECT_TRUE(A::init_done_(*color) && A::xml_result_(*color).init_name_path.empty());
         const char flags[] = {A::is_primary_(*color) ? 'P' : '-', A::is_cli_(*color) ? 'C' : '-',
@@ -119,18 +118,19 @@ TEST_F(PanelTest, InitClassifiesThePanel) {
         EXPECT_NE(A::glimra_disabled_(*color), A::is_linear_gamma_(*color));  // no gamma file
     }
     ExpectLogged(ANDROID_LOG_DEBUG, "Init",
-                 {"No panelList in STC XML, treat it as a CLI panel as panel name contains _363\n",
-                  "panel pa dosent support zuva calibration. If needed, please add in its name "
+                 {"panel pa dosent support zuva calibration. If needed, please add in its name "
                   "into stc config xml\n"});
 }
 
 TEST_F(PanelTest, InitAppendsTheModeBeforeOpeningTheLibraryUntilItsEntryIsResolved) {
-    A::qdutils_lib_name_(*c_) = "libqdutils_absent.so";
+    A::refresh_func_name_(*c_) = "refreshNothing";
     EXPECT_EQ(c_->Init("abc"), -22);
-    EXPECT_TRUE(!A::init_done_(*c_) && A::color_modes_(*c_).size() == 1);
-    ExpectLogged(ANDROID_LOG_ERROR, "Init",
-                 {"failed to open the qdutils lib libqdutils_absent.so ret libqdutils_absent.so: "
-                  "cannot open shared object file: No such file or directory\n"});
+    EXPECT_TRUE(!A::init_done_(*c_) && A::color_modes_(*c_).size() == 1 &&
+                !A::qdutils_handle_(*c_));
+    A::qdutils_lib_name_(*c_) = "libnone.so";
+    EXPECT_EQ(c_->Init("abc"), -22);
+    ExpectLogged(ANDROID_LOG_ERROR, "Init", {"Failed to get func entry: refreshNothing\n"});
+    EXPECT_EQ(log_.Matching("Init: failed to open the qdutils lib libnone.so ret ").size(), 1u);
     A::refresh_screen_(*c_) = [] { return 0; };  // resolved once, kept by DeInit
     EXPECT_EQ(c_->Init("abc"), 0);
 }
@@ -139,8 +139,7 @@ TEST_F(PanelTest, VendorCalibrationScanSkipsDirectoriesAndStopsInit) {
     dev_.MakeDir(kPersist + "factory_calib_data_mipi_zuv_x");
     EXPECT_FALSE(A::isQcCalibrtPresent(*c_, ""));
     dev_.WriteFile(kPersist + "x_factory_calib_data_mipi_zuv", "");
-    EXPECT_EQ(c_->Init("abc"), 0);
-    EXPECT_FALSE(A::init_done_(*c_));
+    EXPECT_TRUE(c_->Init("abc") == 0 && !A::init_done_(*c_));
     ExpectLogged(ANDROID_LOG_DEBUG, "Init", {"QC calibration param present, exit\n"});
     ExpectLogged(
         ANDROID_LOG_WARN, "isQcCalibrtPresent",
