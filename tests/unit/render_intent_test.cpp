@@ -1,120 +1,175 @@
-#include <android/log.h>
+#include <algorithm>
+#include <tuple>
+#include <vector>
 
 #include "enhance/glimra.h"
-#include "picture/scene_items.h"
+#include "picture/pa_config.h"
 #include "tests/unit/pipeline_fixture.h"
 
 namespace snapdragoncolor {
 namespace {
 
-using stc_test::EmptyEntry;
+enum Gate { kOpen, kCli, kTransform, kNoCal, kUnlatched };  // the stage's switches
 
 class RenderIntentTest : public PipelineTest {
   protected:
     RenderIntentTest() {
-        out_.payload = {EmptyEntry(kPbPa), EmptyEntry(kPbGC)};
-        A::curr_scene_id_(plugin_) = 0x4;
-        input_ = stc_test::ModeInput(kGamutSrgb, 2, 0);
+        A::en_calibrated_pcc_(plugin_) = A::en_calibrated_3dlut_(plugin_) = true;
+        A::latched_scene_id_(plugin_) = kSceneColorTemperature | kSceneFacCalibration;
+        A::active_color_mode_(plugin_) = {kGamutSrgb, 2, 9, {}, "standard"};
     }
-    void SwitchCalibrationOn() {
-        A::en_calibrated_pcc_(plugin_) = true;
-        A::en_calibrated_3dlut_(plugin_) = true;
-        A::latched_scene_id_(plugin_) = 0x6000;
-        A::cali_gamut_(plugin_) = kGamutSrgb;  // a calibration run lets both stages through
-        out_.payload.push_back(EmptyEntry(kPbGamut));
-    }
-    ModeRenderInputParams input_;
-};
-
-TEST_F(RenderIntentTest, UpdatePassSelectsStagesByItemMask) {
-    struct Case {
-        uint32_t scene;
-        bool pa, gamma;
-    } cases[] = {{0x4, true, false},
-                 {0x1000, true, false},
-                 {0x8 | 0x10 | 0x100, false, false},
-                 {0x80, false, true},
-                 {0x40 | 0x800, true, true}};
-    for (const Case &c : cases) {
-        out_.payload = {EmptyEntry(kPbPa), EmptyEntry(kPbGC)};
-        A::curr_scene_id_(plugin_) = c.scene;
+    void RunUpdate(uint32_t scene, ModeRenderInputParams *input) {
+        A::curr_scene_id_(plugin_) = scene;
         A::pq_update_pending_(plugin_) = true;
-        EXPECT_EQ(Run(&input_), 0);
-        EXPECT_EQ(At<PaConfig>(0) != nullptr, c.pa) << std::hex << c.scene;
-        EXPECT_EQ(At<GammaPostBlendConfig>(1) != nullptr, c.gamma) << std::hex << c.scene;
+        Run(input, &out_);
         EXPECT_FALSE(A::pq_update_pending_(plugin_));
     }
+};
+
+TEST_F(RenderIntentTest, UpdatePassPicksPaAndGammaStagesByItemBit) {
+    A::glimra_disabled_(plugin_) = true;  // else the enhancement switches the gamma block on too
+    for (int bit = 0; bit < 32; ++bit) {
+        out_.payload = {EmptyEntry(kPbPa), Entry(kPbGC, std::make_shared<GammaPostBlendConfig>())};
+        RunUpdate(1u << bit, &input_);
+        EXPECT_EQ(At<PaConfig>(0) != nullptr, ((0x1E27u >> bit) & 1) != 0) << bit;
+        EXPECT_EQ(At<GammaPostBlendConfig>(1)->enabled, ((0xC0u >> bit) & 1) != 0) << bit;
+    }
 }
 
-TEST_F(RenderIntentTest, UpdatePassRunsPccFirstAndNextCallIsPlainWithCalibrationFirst) {
-    SwitchCalibrationOn();
-    A::pq_update_pending_(plugin_) = true;
-    const std::string pcc = "GetPccCoeff: Active PCC is not preset\n";
-    const std::string cali = "ZuvaColorRenderIntentCalibration: empty_payload 1\n";
-
-    Run(&input_);
-    EXPECT_NE(At<PaConfig>(0), nullptr);
-    ASSERT_GE(log_.IndexOf(cali), 0);
-    EXPECT_LT(log_.IndexOf(pcc), log_.IndexOf(cali));
-
-    log_.Clear();
+TEST_F(RenderIntentTest, PlainPassCalibratesBeforePccAndLogsMissingRecords) {
+    const std::string fn = "ProcessModeRenderIntent: ProcessModeRenderIntent: ";
     out_.payload = {EmptyEntry(kPbPa), EmptyEntry(kPbGamut)};
-    Run(&input_);
-    EXPECT_EQ(At<PaConfig>(0), nullptr);  // the update was consumed
-    ASSERT_GE(log_.IndexOf(pcc), 0);
-    EXPECT_LT(log_.IndexOf(cali), log_.IndexOf(pcc));
+    EXPECT_EQ(Run(nullptr, &out_), 0);  // without a colour mode neither stage can refuse
+    EXPECT_TRUE(!At<PaConfig>(0) && At<GamutConfig>(1) && out_.payload.size() == 3);
+    EXPECT_LT(log_.IndexOf("ZuvaColorRenderIntentCalibration: empty_payload 1\n"),
+              log_.IndexOf("GetPccCoeff: Active PCC is not preset\n"));
+    EXPECT_EQ(Run(nullptr, nullptr), 0);
+    EXPECT_EQ(log_.Count(ANDROID_LOG_WARN, fn + "input is null\n"), 2);
+    EXPECT_EQ(log_.Count(ANDROID_LOG_ERROR, fn + "output is null\n"), 1);
+    A::pq_update_pending_(plugin_) = true;  // nor does an update pass read a missing output
+    EXPECT_EQ(Run(&input_, nullptr), 0);
 }
 
-TEST_F(RenderIntentTest, PlainPassWarnsOnNullInputAndStillCalibrates) {
-    SwitchCalibrationOn();
-    EXPECT_EQ(Run(nullptr), 0);
-    EXPECT_TRUE(log_.Has(ANDROID_LOG_WARN,
-                         "ProcessModeRenderIntent: ProcessModeRenderIntent: input is null\n"));
-    EXPECT_NE(At<GamutConfig>(2), nullptr);
-    EXPECT_EQ(out_.payload.size(), 4u);  // PCC appended
-}
-
-TEST_F(RenderIntentTest, NullOutputRecordDefersTheUpdateToTheNextOperation) {
-    const std::string error = "ProcessModeRenderIntent: ProcessModeRenderIntent: output is null\n";
-    for (bool pending : {false, true}) {
-        A::pq_update_pending_(plugin_) = pending;
-        EXPECT_EQ(RunOn(&input_, nullptr), 0);
-        EXPECT_EQ(log_.Count(ANDROID_LOG_ERROR, error), 1);
-        EXPECT_EQ(A::pq_update_pending_(plugin_), pending);
-        log_.Clear();
-    }
-    Run(&input_);
-    EXPECT_NE(At<PaConfig>(0), nullptr);
-    EXPECT_FALSE(A::pq_update_pending_(plugin_));
-}
-
-TEST_F(RenderIntentTest, GlimraRewritesOnlyTheFirstGammaBlockWithTheChosenCurve) {
-    HwConfigOutputParams probe;
-    probe.payload = {stc_test::Entry(kPbGC, std::make_shared<GammaPostBlendConfig>())};
-    std::vector<int> curve(kLinearCurveLength, 1);
-    ApplyZuvaGlimra(nullptr, &probe, curve, true);
-    if (stc_test::RecordOf<GammaPostBlendConfig>(probe.payload[0])->r.empty()) {
-        GTEST_SKIP() << "contrast enhancement not built into this tree";
-    }
+TEST_F(RenderIntentTest, UpdatePassRunsEveryStageInOrderOverEmptyAndHostEntriesOfExactName) {
+    auto pa = std::make_shared<PaConfig>(PaConfig{15752, true});
+    auto gc = std::make_shared<GammaPostBlendConfig>();
+    auto pcc = std::make_shared<PccConfig>(MakePcc(2.0, false));
+    auto gamut = std::make_shared<GamutConfig>(GamutConfig{117936, true, 0x55, 3, 4, 2, {}});
+    gc->r.assign(3, 0xa);
+    gc->b.assign(1, 0x1234c);
+    gc->dither_strength = 3;
+    A::pq_levels_(plugin_).saturation = 10;
+    A::glimra_enabled_(plugin_) = true;
     A::glimra_boost_curve_(plugin_).assign(kLinearCurveLength, 7);
-    A::glimra_base_curve_(plugin_).assign(kLinearCurveLength, 3);
-    A::curr_scene_id_(plugin_) = kSceneZuvaGlimra;
-    for (bool boost : {true, false}) {
-        out_.payload = {stc_test::Entry(kPbGC, std::make_shared<GammaPostBlendConfig>()),
-                        stc_test::Entry(kPbGC, std::make_shared<GammaPostBlendConfig>())};
-        A::glimra_enabled_(plugin_) = boost;
-        A::pq_update_pending_(plugin_) = true;
-        Run(&input_);
-        EXPECT_EQ(At<GammaPostBlendConfig>(0)->b,
-                  std::vector<uint32_t>(kLinearCurveLength, boost ? 7 : 3));
-        EXPECT_TRUE(At<GammaPostBlendConfig>(1)->r.empty());
+    out_.payload = {EmptyEntry(kPbPa),          EmptyEntry(kPbPaDither), Entry(kPbPa, pa),
+                    EmptyEntry(kPbGC),          Entry(kPbGC, gc),        EmptyEntry(kPbPCC),
+                    EmptyEntry(kPbPCC + "2"),   Entry(kPbPCC, pcc),      EmptyEntry(kPbGamut),
+                    EmptyEntry(kPbGamut + "2"), Entry(kPbGamut, gamut)};
+    RunUpdate(kSceneSaturation | kSceneDark | kSceneZuvaGlimra, nullptr);
+
+    EXPECT_TRUE(out_.payload.size() == 12 && At<PaConfig>(0)->version == 15752 &&
+                At<GammaPostBlendConfig>(3)->version == 88 && At<PccConfig>(5)->version == 280 &&
+                At<GamutConfig>(8)->version == 117936 && out_.payload[5].hw_payload_len == 0 &&
+                pa->global.saturation == 10.0f && out_.payload[11].version == 56 &&
+                out_.payload[11].hw_payload_len == 280 && out_.payload[11].hw_asset == kPbPCC);
+    EXPECT_EQ(At<GammaPostBlendConfig>(3)->b, std::vector<uint32_t>(kLinearCurveLength, 7));
+    for (size_t i : {5, 7, 11}) {
+        EXPECT_TRUE(At<PccConfig>(i)->enabled && SameBody(*At<PccConfig>(i), MakePcc(0.5))) << i;
     }
-    A::glimra_disabled_(plugin_) = true;
-    A::pq_update_pending_(plugin_) = true;
-    out_.payload = {stc_test::Entry(kPbGC, std::make_shared<GammaPostBlendConfig>())};
-    Run(&input_);
-    EXPECT_TRUE(At<GammaPostBlendConfig>(0)->r.empty());
-    EXPECT_FALSE(A::pq_update_pending_(plugin_));
+    EXPECT_TRUE(gc->enabled && HoldsLut(*gamut, A::calibrated_lut3d_srgb_(plugin_)));
+    const std::string z = "ZuvaColorRenderIntent", calibrated = "[1.500000 13.500000 25.500000]";
+    const std::string gc_host = std::string("dither_en:0, dither_strength=3  [RSize=3 GSize=0 ") +
+                                "BSize=1] r0=0x       a g0=0x       0 b0=0x   1234c\n";
+    const std::string pcc_tail = "], empty=1 , gmt_(255 1) itt=(-1 9)\n";
+    const std::string cal = z + "Calibration: ", cfg = ", gamut_cfg(3dlut) [flg=0x";
+    const std::string lut_tail = "entry: :0, gamut_(255 1) intent=(-1 9)\n";
+    const std::string srgb = std::string("1st[1000 1001 1002 -> 1003 1004 1005]Lst[30472 ") +
+                             "30473 30474 -> 30475 30476 30477]\n";
+    const std::tuple<std::string, int> lines[] = {
+        {z + "PCC: multiply with PCC in active mode\n", 0},  // the host's PCC is off
+        {z + "PA: ##empty_payload=1, " + PaConfigToString(PaConfig()) + "\n", 1},
+        {z + "PA: ##empty_payload=1, " + PaConfigToString(PaConfig{15752, true}) + "\n", 1},
+        {z + "PA: ==override_payload: " + PaConfigToString(*pa) + "\n", 1},
+        {z + "Gamma: empty_payload 1\n", 1},
+        {z + "Gamma: ##empty_payload: 1, cfg enabled: 0, " + gc_host, 1},
+        {z + "Gamma: ==override_payload: cfg enabled: 1, " + gc_host, 1},
+        {"GetPccCoeff: Active PCC is not preset\n", 1},
+        {z + "PCC: ##Original PCC[0.000000 0.000000 0.000000" + pcc_tail, 1},
+        {z + "PCC: ==Overwrite PCC" + calibrated + ", empty=1\n", 2},
+        {z + "PCC: ##Original PCC[3.000000 15.000000 27.000000" + pcc_tail, 1},
+        {z + "PCC: Push new PCC config " + calibrated + " into output payload\n", 1},
+        {cal + "empty_payload 1\n", 1},
+        {cal + "##empty: 1, cfgEn=0" + cfg + "0 lut3d_id=0 uniform=0 num=0] " + lut_tail, 1},
+        {cal + "==empty: 1, cfgEn=1" + cfg + "0 lut3d_id=1 uniform=1 num4913] entry: " + srgb, 2},
+        {cal + "##empty: 1, cfgEn=1" + cfg + "55 lut3d_id=3 uniform=4 num=2] " + lut_tail, 1}};
+    std::vector<int> at;
+    for (const auto &[line, count] : lines) {
+        EXPECT_EQ(Debug(line), count) << line;
+        at.push_back(log_.IndexOf(line));
+    }
+    EXPECT_TRUE(std::is_sorted(at.begin(), at.end()));  // PA, gamma, PCC, calibration
+}
+
+TEST_F(RenderIntentTest, PccStageGatesAndNativeModeTest) {
+    enum Outcome { kSilent = 0, kNotNative = 1, kOff = 2, kApplied = 5 };  // lines logged
+    const std::tuple<Gate, uint32_t, uint32_t, Outcome> cases[] = {
+        {kOpen, 0, 255, kApplied}, {kOpen, 256, 255, kApplied},   {kOpen, 300, 255, kApplied},
+        {kOpen, 1, 1, kApplied},   {kOpen, 1, 255, kNotNative},   {kOpen, 257, 255, kNotNative},
+        {kCli, 0, 255, kSilent},   {kTransform, 0, 255, kSilent}, {kNoCal, 0, 255, kSilent},
+        {kUnlatched, 0, 255, kOff}};
+    const PccConfig host = MakePcc(2.0);
+    const std::string fn = "ZuvaColorRenderIntentPCC: ";
+    const std::string not_native = fn + fn + "not native mode. gmt (12 1), intent (";
+    for (const auto &[gate, intent, cali_gamut, outcome] : cases) {
+        log_.Clear();
+        out_.payload = {Entry(kPbPCC, std::make_shared<PccConfig>(host))};
+        A::is_primary_(plugin_) = gate != kCli;
+        A::clr_trsfm_(plugin_) = gate == kTransform;
+        A::en_calibrated_pcc_(plugin_) = gate != kNoCal;
+        A::latched_scene_id_(plugin_) = gate == kUnlatched ? 0 : kSceneColorTemperature;
+        A::cali_gamut_(plugin_) = cali_gamut;
+        input_.color_mode.intent = intent;
+        A::ZuvaColorRenderIntentPCC(plugin_, &input_, &out_);
+        EXPECT_EQ(log_.Lines().size(), size_t{outcome}) << gate << " " << intent;
+        EXPECT_EQ(out_.payload.size(), outcome == kApplied ? 2u : 1u);
+        EXPECT_EQ(At<PccConfig>(0)->enabled, outcome != kOff);
+        EXPECT_EQ(SameBody(*At<PccConfig>(0), host), outcome != kApplied);
+        EXPECT_EQ(Debug(not_native + std::to_string(intent) + " 9)\n"), outcome == kNotNative);
+        EXPECT_EQ(Debug(fn + "multiply with PCC in active mode\n"), outcome >= kOff);
+    }
+}
+
+TEST_F(RenderIntentTest, CalibrationStageGatesAndDecisionTable) {
+    enum Outcome { kSkip, kOff, kHost, kSrgb, kP3 };
+    const std::tuple<Gate, int, uint32_t, uint32_t, bool, Outcome> cases[] = {
+        {kCli, 1, 255, 1, 1, kSkip},   {kNoCal, 1, 255, 1, 1, kSkip}, {kOpen, 0, 255, 1, 1, kSkip},
+        {kOpen, -1, 255, 1, 1, kSrgb}, {kOpen, 1, 255, 12, 1, kP3},   {kOpen, 1, 12, 1, 1, kP3},
+        {kOpen, 0, 1, 12, 1, kP3},     {kOpen, 1, 1, 5, 1, kSrgb},    {kOpen, 1, 255, 5, 1, kHost},
+        {kOpen, 1, 255, 1, 0, kHost},  {kOpen, 1, 0, 1, 1, kOff},     {kOpen, 1, 77, 1, 1, kOff},
+        {kOpen, 1, 255, 255, 1, kOff}};
+    // Intent -1: no input. The host's first and last entry summarise past 127 characters.
+    const std::string m = "-2147483648 -2147483648 -2147483648", row = m + " -> " + m;
+    const std::string cut = ("1st[" + row + "]Lst[" + row + "]").substr(0, 127);
+    auto host = std::make_shared<GamutConfig>();
+    out_.payload = {Entry(kPbGamut, host)};
+    for (const auto &[gate, intent, cali_gamut, mode_gamut, copy, outcome] : cases) {
+        log_.Clear();
+        const bool on = outcome >= kHost;
+        *host = GamutConfig{117936, !on, 0x55, 0, 0, 3, {}};
+        std::fill_n(&host->entries[0].in_r, 18, 1u << 31);
+        A::is_primary_(plugin_) = gate != kCli;
+        A::en_calibrated_3dlut_(plugin_) = gate != kNoCal;
+        A::cali_gamut_(plugin_) = cali_gamut;
+        A::active_color_mode_(plugin_).gamut = mode_gamut;
+        A::latched_scene_id_(plugin_) = copy ? kSceneFacCalibration : 0;
+        input_.color_mode.intent = static_cast<uint32_t>(intent);
+        A::ZuvaColorRenderIntentCalibration(plugin_, intent < 0 ? nullptr : &input_, &out_);
+        EXPECT_EQ(log_.Matching("entry: " + cut + ", gamut_").size(), outcome != kSkip);
+        EXPECT_EQ(host->enabled, on || outcome == kSkip);  // a skipped stage leaves it set
+        EXPECT_EQ(host->flags == 0x55, outcome <= kHost) << cali_gamut << " " << mode_gamut;
+        EXPECT_EQ(HoldsLut(*host, A::calibrated_lut3d_srgb_(plugin_)), outcome == kSrgb);
+        EXPECT_EQ(HoldsLut(*host, A::calibrated_lut3d_p3_(plugin_)), outcome == kP3);
+    }
 }
 
 }  // namespace
