@@ -45,25 +45,20 @@ TEST_F(FrameTest, EntryPointAcceptsOnlyVersionTwoZero) {
     EXPECT_TRUE(log_.Has(ANDROID_LOG_DEBUG, "GetScPostBlendInterface: StcZuvaColor created\n"));
 }
 
-TEST_F(FrameTest, EverythingIsRefusedBeforeInit) {
+// Before Init and with a wrong envelope version only ProcessOps says why it refuses.
+TEST_F(FrameTest, RefusalsBeforeInitAndOnWrongVersion) {
     log_.Clear();
     bool flag = true;
+    HwConfigOutputParams output;
     EXPECT_EQ(Get(*plugin_, kNeedsUpdate, &flag), -22);
     EXPECT_EQ(Set(*plugin_, kSetZuvaColor, &flag, 24), -22);
-    EXPECT_TRUE(log_.Lines().empty()) << log_.Dump();
-
-    HwConfigOutputParams output;
-    ModeRenderInputParams input;
-    EXPECT_EQ(RenderIntent(&input, &output), -22);
-    ASSERT_EQ(log_.Lines().size(), 1u);
+    EXPECT_EQ(RenderIntent(nullptr, &output), -22);
+    ASSERT_EQ(log_.Lines().size(), 1u) << log_.Dump();
     EXPECT_EQ(log_.Lines()[0].priority, ANDROID_LOG_ERROR);
     EXPECT_EQ(log_.Lines()[0].message.rfind("ProcessOps: Invalid params init_done_ 0 output ", 0),
               0u);
-}
 
-TEST_F(FrameTest, WrongEnvelopeVersionIsRefusedSilently) {
     InitPlugin();
-    bool flag = true;
     ScPayload payload = PayloadOf(&flag, 1, kNeedsUpdate);
     payload.version = 23;
     EXPECT_EQ(plugin_->GetProperty(&payload), -22);
@@ -169,20 +164,16 @@ TEST_F(FrameTest, ColourModeChangeIsLoggedOncePerModeAndIgnoresId) {
         << changes[1].message;
 }
 
-TEST_F(FrameTest, ConstructedModeCountsAsNoChange) {
-    InitPlugin();
-    HwConfigOutputParams output;
-    ModeRenderInputParams input = ModeInput(255, 255, 0xFFFF, 3);
-    RenderIntent(&input, &output);
-    EXPECT_TRUE(log_.Matching("colormode changed").empty()) << log_.Dump();
-}
-
 TEST_F(FrameTest, DeInitTwiceThenOperationsAreRefused) {
     InitPlugin();
+    // A host mode equal to the constructed one is no change.
+    ModeRenderInputParams input = ModeInput(255, 255, 0xFFFF, 3);
+    HwConfigOutputParams output;
+    RenderIntent(&input, &output);
+    EXPECT_TRUE(log_.Matching("colormode changed").empty()) << log_.Dump();
     EXPECT_EQ(plugin_->DeInit(), 0);
     EXPECT_EQ(plugin_->DeInit(), 0);
     EXPECT_EQ(log_.Count(ANDROID_LOG_DEBUG, "DeInit: Entering\n"), 2);
-    HwConfigOutputParams output;
     EXPECT_EQ(RenderIntent(nullptr, &output), -22);
     EXPECT_EQ(log_.Matching("ProcessOps: Invalid params init_done_ 0 output ").size(), 1u);
     bool flag;
@@ -194,8 +185,8 @@ TEST_F(FrameTest, DeInitTwiceThenOperationsAreRefused) {
 
 TEST_F(FrameTest, PrintCallStackLogsUnderTheGivenTag) {
     using PrintCallStack = void (*)(char *);
-    auto print = reinterpret_cast<PrintCallStack>(
-        dlsym(handle_, "_ZN15snapdragoncolor14printCallStackEPc"));
+    auto print =
+        reinterpret_cast<PrintCallStack>(dlsym(handle_, "_ZN15snapdragoncolor14printCallStackEPc"));
     ASSERT_NE(print, nullptr);
     char tag[] = "StcTrace";
     log_.Clear();
