@@ -6,6 +6,7 @@
 #include <cstring>
 #include <memory>
 
+#include "frame/payload.h"
 #include "picture/scene_items.h"
 #include "platform/stc_log.h"
 #include "stc_zuva_color.h"
@@ -61,17 +62,15 @@ int StcZuvaColor::ZuvaColorRenderIntentCalibration(ModeRenderInputParams *input,
     const bool copy_table = latched_scene_id_ & kSceneFacCalibration;
 
     // Once a record had to be made, every later line of this call reports it.
-    int empty = 0;
+    bool empty = false;
     for (HwConfigPayload &entry : output->payload) {
         if (entry.hw_asset != kPbGamut) {
             continue;
         }
         if (!entry.hw_payload) {
             STC_LOGD("%s: empty_payload %d\n", kFunc, 1);
-            entry.hw_payload = std::make_shared<GamutConfig>();
-            empty = 1;
         }
-        auto *config = static_cast<GamutConfig *>(entry.hw_payload.get());
+        auto *config = &EnsureBlockRecord<GamutConfig>(entry, empty);
         STC_LOGD(
             "%s: ##empty: %d, cfgEn=%d, gamut_cfg(3dlut) [flg=0x%x lut3d_id=%d uniform=%d num=%d] "
             "entry: %s, gamut_(%d %d) intent=(%d %d)\n",

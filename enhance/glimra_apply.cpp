@@ -1,6 +1,7 @@
 #include <algorithm>
 
 #include "enhance/glimra.h"
+#include "frame/payload.h"
 #include "platform/stc_log.h"
 
 namespace snapdragoncolor {
@@ -41,7 +42,7 @@ int ApplyZuvaGlimra(ModeRenderInputParams *, HwConfigOutputParams *output, std::
         return 0;
     }
     STC_LOGD("%s: zgl: find kPbGC\n", kGlimraApply);
-    auto *gamma = static_cast<GammaPostBlendConfig *>(entry->hw_payload.get());
+    auto *gamma = BlockRecord<GammaPostBlendConfig>(*entry);
     if (!gamma) {
         return 0;
     }

@@ -5,6 +5,7 @@
 #include <sys/types.h>
 
 #include <cstdint>
+#include <memory>
 
 #include "platform/stc_log.h"
 #include "sc_post_blend_interface.h"
@@ -32,6 +33,24 @@ T *CheckedRecord(const ScPayload &payload, const char *function) {
                  static_cast<ssize_t>(payload.len), static_cast<int>(sizeof(T)));
     }
     return record;
+}
+
+// The configuration record of a block entry as the type its block name carries; null when empty.
+template <typename T>
+T *BlockRecord(const HwConfigPayload &entry) {
+    return static_cast<T *>(entry.hw_payload.get());
+}
+
+// The entry's record, made first when the host left the entry empty. std::make_shared of the
+// concrete type lets the control block destroy it although the entry holds a shared_ptr<void>.
+// `made` is set, never cleared, when a record had to be made.
+template <typename T>
+T &EnsureBlockRecord(HwConfigPayload &entry, bool &made) {
+    if (!entry.hw_payload) {
+        entry.hw_payload = std::make_shared<T>();
+        made = true;
+    }
+    return *BlockRecord<T>(entry);
 }
 
 }  // namespace snapdragoncolor

@@ -3,8 +3,8 @@
 #include <cstdint>
 #include <memory>
 
-#include "picture/scene_items.h"
 #include "frame/payload.h"
+#include "picture/scene_items.h"
 #include "platform/stc_log.h"
 #include "stc_zuva_color.h"
 
@@ -57,21 +57,18 @@ int StcZuvaColor::ZuvaColorSwAssetsSharpness(ModeRenderInputParams *,
     }
     for (const HwConfigPayload &entry : output->payload) {
         if (entry.hw_asset == kPbDE && entry.hw_payload) {
-            LogDeConfig(kActiveDeFormat,
-                        *static_cast<const DETuningConfig *>(entry.hw_payload.get()));
+            LogDeConfig(kActiveDeFormat, *BlockRecord<DETuningConfig>(entry));
         }
     }
     for (HwConfigPayload &entry : output->payload) {
         if (entry.hw_asset != kPbDE) {
             continue;
         }
-        if (!entry.hw_payload) {
-            entry.hw_payload = std::make_shared<DETuningConfig>();
-        }
+        bool made = false;
+        DETuningConfig &de = EnsureBlockRecord<DETuningConfig>(entry, made);
         if (curr_scene_id_ & kSceneSharpness) {
-            auto *de = static_cast<DETuningConfig *>(entry.hw_payload.get());
-            de->sharp_factor = static_cast<uint32_t>(pq_levels_.sharpness);
-            LogDeConfig(kOverrideDeFormat, *de);
+            de.sharp_factor = static_cast<uint32_t>(pq_levels_.sharpness);
+            LogDeConfig(kOverrideDeFormat, de);
         }
     }
     return 0;

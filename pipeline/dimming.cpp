@@ -52,7 +52,7 @@ int StcZuvaColor::ApplyPccAttenuationFactor(HwConfigOutputParams *output, double
     if (output) {
         for (HwConfigPayload &entry : output->payload) {
             if (entry.hw_asset == kPbPCC) {
-                pcc = static_cast<PccConfig *>(entry.hw_payload.get());
+                pcc = BlockRecord<PccConfig>(entry);
                 break;
             }
         }

@@ -2,6 +2,7 @@
 #include <memory>
 #include <vector>
 
+#include "frame/payload.h"
 #include "platform/stc_log.h"
 #include "stc_zuva_color.h"
 
@@ -32,10 +33,8 @@ int StcZuvaColor::ZuvaColorRenderIntentGamma(ModeRenderInputParams *,
         }
         if (!entry.hw_payload) {
             STC_LOGD("%s: empty_payload %d\n", kFunc, 1);
-            entry.hw_payload = std::make_shared<GammaPostBlendConfig>();
-            empty = true;
         }
-        auto &gc = *static_cast<GammaPostBlendConfig *>(entry.hw_payload.get());
+        auto &gc = EnsureBlockRecord<GammaPostBlendConfig>(entry, empty);
         STC_LOGD(
             "%s: ##empty_payload: %d, cfg enabled: %d, dither_en:%d, dither_strength=%d  "
             "[RSize=%d GSize=%d BSize=%d] r0=0x%8x g0=0x%8x b0=0x%8x\n",

@@ -1,6 +1,7 @@
 // PA stage: writes the user's picture-adjustment levels into every "PostBlendPa" payload.
 #include <memory>
 
+#include "frame/payload.h"
 #include "picture/pa_config.h"
 #include "platform/stc_log.h"
 #include "stc_zuva_color.h"
@@ -20,11 +21,7 @@ int StcZuvaColor::ZuvaColorRenderIntentPA(ModeRenderInputParams *, HwConfigOutpu
         if (entry.hw_asset != kPbPa) {
             continue;
         }
-        if (!entry.hw_payload) {
-            entry.hw_payload = std::make_shared<PaConfig>();
-            empty = true;
-        }
-        PaConfig &config = *static_cast<PaConfig *>(entry.hw_payload.get());
+        PaConfig &config = EnsureBlockRecord<PaConfig>(entry, empty);
         STC_LOGD("%s: ##empty_payload=%d, %s\n", kFunc, empty, PaConfigToString(config).c_str());
         ComposePaConfig(config);
         STC_LOGD("%s: ==override_payload: %s\n", kFunc, PaConfigToString(config).c_str());

@@ -4,6 +4,7 @@
 #include <cstring>
 #include <memory>
 
+#include "frame/payload.h"
 #include "picture/scene_items.h"
 #include "platform/stc_log.h"
 #include "stc_zuva_color.h"
@@ -31,10 +32,6 @@ void CopyPccBody(const PccConfig &from, PccConfig *to) {
                 reinterpret_cast<const uint8_t *>(&from) + kPccBodyOffset, kPccBodySize);
 }
 
-PccConfig *PccOf(const HwConfigPayload &entry) {
-    return static_cast<PccConfig *>(entry.hw_payload.get());
-}
-
 }  // namespace
 
 int StcZuvaColor::ZuvaColorRenderIntentPCC(ModeRenderInputParams *input,
@@ -51,7 +48,8 @@ int StcZuvaColor::ZuvaColorRenderIntentPCC(ModeRenderInputParams *input,
     STC_LOGD("%s: Active PCC is not preset\n", "GetPccCoeff");
 
     for (const HwConfigPayload &entry : output->payload) {
-        if (entry.hw_asset == kPbPCC && entry.hw_payload && PccOf(entry)->enabled) {
+        if (entry.hw_asset == kPbPCC && entry.hw_payload &&
+            BlockRecord<PccConfig>(entry)->enabled) {
             STC_LOGD("%s: multiply with PCC in active mode\n", kFunc);
         }
     }
@@ -64,11 +62,7 @@ int StcZuvaColor::ZuvaColorRenderIntentPCC(ModeRenderInputParams *input,
         if (entry.hw_asset != kPbPCC || !en_calibrated_pcc_) {
             continue;
         }
-        if (!entry.hw_payload) {
-            entry.hw_payload = std::make_shared<PccConfig>();
-            empty = true;
-        }
-        PccConfig *pcc = PccOf(entry);
+        PccConfig *pcc = &EnsureBlockRecord<PccConfig>(entry, empty);
         if (!latched) {
             pcc->enabled = false;
             continue;
