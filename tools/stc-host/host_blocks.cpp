@@ -59,32 +59,32 @@ std::shared_ptr<PccConfig> IdentityPcc(bool enabled, double scale) {
     return pcc;
 }
 
-std::shared_ptr<void> MakeRecord(const BlockSpec &spec) {
-    switch (spec.content) {
+std::shared_ptr<void> MakeRecord(const BlockProposal &proposal) {
+    switch (proposal.content) {
         case BlockContent::kPcc:
-            return IdentityPcc(spec.enabled, spec.pcc_scale);
+            return IdentityPcc(proposal.enabled, proposal.pcc_scale);
         case BlockContent::kGamut:
-            return IdentityGamut(spec.enabled);
+            return IdentityGamut(proposal.enabled);
         case BlockContent::kGamma:
-            return IdentityGamma(spec.enabled, spec.curve_length);
+            return IdentityGamma(proposal.enabled, proposal.curve_length);
         case BlockContent::kPa: {
-            auto pa = std::make_shared<PaConfig>(spec.pa);
-            pa->enabled = spec.enabled;
+            auto pa = std::make_shared<PaConfig>(proposal.pa);
+            pa->enabled = proposal.enabled;
             return pa;
         }
         case BlockContent::kDe: {
-            auto de = std::make_shared<DETuningConfig>(spec.de);
-            de->enabled = spec.enabled;
+            auto de = std::make_shared<DETuningConfig>(proposal.de);
+            de->enabled = proposal.enabled;
             return de;
         }
         case BlockContent::kIgc: {
             auto igc = std::make_shared<HostIgcConfig>();
-            igc->num_of_entries = spec.entries;
+            igc->num_of_entries = proposal.entries;
             return igc;
         }
         case BlockContent::kDither: {
             auto dither = std::make_shared<HostDitherConfig>();
-            dither->enabled = spec.enabled;
+            dither->enabled = proposal.enabled;
             return dither;
         }
         case BlockContent::kEmpty:
@@ -205,10 +205,10 @@ Fields DescribeRecord(const std::string &block, const void *record) {
 
 }  // namespace
 
-HwConfigPayload MakeEntry(const BlockSpec &spec) {
+HwConfigPayload MakeEntry(const BlockProposal &proposal) {
     HwConfigPayload entry;
-    entry.hw_asset = spec.name;
-    entry.hw_payload = MakeRecord(spec);
+    entry.hw_asset = proposal.name;
+    entry.hw_payload = MakeRecord(proposal);
     entry.hw_payload_len = entry.hw_payload ? *static_cast<uint32_t *>(entry.hw_payload.get()) : 0;
     return entry;
 }

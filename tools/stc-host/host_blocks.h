@@ -12,8 +12,8 @@
 
 namespace stc_host {
 
-// A configuration entry as the host makes it for `spec`.
-snapdragoncolor::HwConfigPayload MakeEntry(const BlockSpec &spec);
+// A configuration entry as the host makes it for `proposal`.
+snapdragoncolor::HwConfigPayload MakeEntry(const BlockProposal &proposal);
 
 // The readable fields of one entry, in display order; an empty list for an empty payload.
 using Fields = std::vector<std::pair<std::string, std::string>>;

@@ -173,7 +173,7 @@ int Runner::Property(const Call &call, std::string *answer) {
         }
         case CallKind::kHwConfigPayload: {
             HwConfigOutputParams list;
-            for (const BlockSpec &block : call.blocks) {
+            for (const BlockProposal &block : call.blocks) {
                 list.payload.push_back(MakeEntry(block));
             }
             return plugin_->SetProperty(PayloadOf(&list, sizeof(list), call.property));
@@ -201,7 +201,7 @@ int Runner::Operation(size_t index, const Call &call) {
     input->id = call.mode_id;
     input->meta = call.meta;
     HwConfigOutputParams output;
-    for (const BlockSpec &block : call.blocks) {
+    for (const BlockProposal &block : call.blocks) {
         output.payload.push_back(MakeEntry(block));
     }
     std::vector<EntryView> proposal = stc_host::Describe(output);

@@ -176,7 +176,7 @@ void ParsePa(const Node &node, PaConfig &pa) {
     pa.foliage.type = 2;
 }
 
-BlockSpec ParseBlock(const Node &node) {
+BlockProposal ParseBlock(const Node &node) {
     if (node.value().is_string()) {
         return ParseBlock(Node(json{{"block", node.value()}}, node.path()));
     }
@@ -186,7 +186,7 @@ BlockSpec ParseBlock(const Node &node) {
     if (!node.Has("block")) {
         node.Fail("missing \"block\"");
     }
-    BlockSpec block;
+    BlockProposal block;
     block.name = node.Key("block").String();
     bool known = false;
     for (const std::string *name : kKnownBlocks) {

@@ -26,7 +26,7 @@ class SessionError : public std::runtime_error {
 enum class BlockContent { kEmpty, kPcc, kGamut, kGamma, kPa, kDe, kIgc, kDither };
 
 // One block of the host's proposed configuration list.
-struct BlockSpec {
+struct BlockProposal {
     std::string name;
     BlockContent content = BlockContent::kEmpty;
     bool enabled = true;
@@ -76,7 +76,7 @@ struct Call {
     snapdragoncolor::ColorMode mode;
     uint32_t mode_id = 0;
     bool meta = false;
-    std::vector<BlockSpec> blocks;
+    std::vector<BlockProposal> blocks;
 };
 
 struct Session {
