@@ -3,8 +3,8 @@
 // hardware configuration. It builds no configuration itself.
 #include <cerrno>
 
-#include "picture/scene_items.h"
 #include "frame/payload.h"
+#include "picture/scene_items.h"
 #include "platform/stc_log.h"
 #include "stc_zuva_color.h"
 

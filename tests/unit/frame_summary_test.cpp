@@ -10,8 +10,8 @@ namespace snapdragoncolor {
 namespace {
 
 using Access = StcZuvaColorTestAccess;
-using stc_test::Entry;
 using stc_test::EmptyEntry;
+using stc_test::Entry;
 using stc_test::PayloadOf;
 
 struct IgcRecord {
@@ -21,7 +21,7 @@ struct IgcRecord {
 };
 
 class FrameSummaryTest : public ::testing::Test {
-protected:
+  protected:
     void SetUp() override { Access::init_done_(plugin_) = true; }
 
     std::vector<stc_test::LogLine> Summaries() { return log_.Matching(", meta="); }
