@@ -18,7 +18,6 @@ namespace snapdragoncolor {
 
 namespace {
 
-constexpr const char *kPanelFilePrefix = "panel_";
 constexpr const char *kCalibrationInfix = "_C3D_cali_";
 constexpr const char *kSrgbSuffix = "srgb.txt";
 constexpr const char *kP3Suffix = "p3.txt";

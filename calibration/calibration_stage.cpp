@@ -59,7 +59,17 @@ int StcZuvaColor::ZuvaColorRenderIntentCalibration(ModeRenderInputParams *input,
     const uint32_t active_gamut = active_color_mode_.gamut;
     const bool applies = cali_gamut_ == kGamutSrgb || cali_gamut_ == kGamutP3 ||
                          (cali_gamut_ == kGamutNone && active_gamut != kGamutNone);
-    const bool copy_table = latched_scene_id_ & kSceneFacCalibration;
+    // The table this call copies, when the calibrated content is latched; P3 wins when both
+    // gamuts are named, so the sRGB table is never copied only to be overwritten.
+    const auto names = [&](uint32_t gamut) {
+        return cali_gamut_ == gamut || active_gamut == gamut;
+    };
+    const lut3d_info *table = nullptr;
+    if (latched_scene_id_ & kSceneFacCalibration) {
+        table = names(kGamutP3)     ? &calibrated_lut3d_p3_
+                : names(kGamutSrgb) ? &calibrated_lut3d_srgb_
+                                    : nullptr;
+    }
 
     // Once a record had to be made, every later line of this call reports it.
     bool empty = false;
@@ -79,14 +89,8 @@ int StcZuvaColor::ZuvaColorRenderIntentCalibration(ModeRenderInputParams *input,
             active_color_mode_.intent);
 
         config->enabled = applies;
-        if (applies && copy_table) {
-            // P3 is copied last so that it wins when both gamuts are named.
-            if (cali_gamut_ == kGamutSrgb || active_gamut == kGamutSrgb) {
-                CopyLut(calibrated_lut3d_srgb_, config);
-            }
-            if (cali_gamut_ == kGamutP3 || active_gamut == kGamutP3) {
-                CopyLut(calibrated_lut3d_p3_, config);
-            }
+        if (applies && table) {
+            CopyLut(*table, config);
         }
 
         STC_LOGD(

@@ -81,8 +81,7 @@ bool StcZuvaColor::read3DlutFromFile(char *file_path, lut3d_info *lut) {
     has_calib_3dlut_ = true;
     en_calibrated_3dlut_ = true;
     pq_update_pending_ = true;
-    latched_scene_id_ |= kSceneFacCalibration;
-    curr_scene_id_ |= kSceneFacCalibration;
+    LatchItems(kSceneFacCalibration);
     return true;
 }
 

@@ -66,8 +66,7 @@ bool StcZuvaColor::readPCCFromFile(char *file_path, PccConfig *pcc) {
     pcc->enabled = true;
     en_calibrated_pcc_ = true;
     pq_update_pending_ = true;
-    latched_scene_id_ |= kSceneColorTemperature;
-    curr_scene_id_ |= kSceneColorTemperature;
+    LatchItems(kSceneColorTemperature);
     return true;
 }
 

@@ -10,18 +10,6 @@ namespace {
 
 constexpr const char *kGlimraApply = "ApplyZuvaGlimra";
 
-HwConfigPayload *FindFirstGammaEntry(HwConfigOutputParams *output) {
-    if (!output) {
-        return nullptr;
-    }
-    for (HwConfigPayload &entry : output->payload) {
-        if (entry.hw_asset == kPbGC) {
-            return &entry;
-        }
-    }
-    return nullptr;
-}
-
 // Writes the curve, as unsigned codes, into one channel of `length` entries.
 void FillChannel(std::vector<uint32_t> &channel, const std::vector<int> &curve, size_t length) {
     channel.resize(length);
@@ -36,7 +24,7 @@ void FillChannel(std::vector<uint32_t> &channel, const std::vector<int> &curve, 
 
 int ApplyZuvaGlimra(ModeRenderInputParams *, HwConfigOutputParams *output, std::vector<int> &curve,
                     bool isLinearGamma) {
-    HwConfigPayload *entry = FindFirstGammaEntry(output);
+    HwConfigPayload *entry = FirstBlock(output, kPbGC);
     if (!entry) {
         STC_LOGD("%s: zgl: no gc matrix in output_params\n", kGlimraApply);
         return 0;

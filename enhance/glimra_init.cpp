@@ -57,7 +57,8 @@ void BuildLinearCurves(std::vector<int> &boost_curve, std::vector<int> &base_cur
 // "/vendor/etc/display/panel_<name>_gamma_srgb.txt", the name cut at its first line break.
 std::string GammaFileName(const std::string &panel_name) {
     char stem[kNameBuffer];
-    std::snprintf(stem, sizeof(stem), "%spanel_%s", kVendorDisplayDir, panel_name.c_str());
+    std::snprintf(stem, sizeof(stem), "%s%s%s", kVendorDisplayDir, kPanelFilePrefix,
+                  panel_name.c_str());
     stem[std::strcspn(stem, "\n\r")] = '\0';
     char name[kNameBuffer];
     std::snprintf(name, sizeof(name), "%s_gamma_srgb.txt", stem);

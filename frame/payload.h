@@ -41,6 +41,18 @@ T *BlockRecord(const HwConfigPayload &entry) {
     return static_cast<T *>(entry.hw_payload.get());
 }
 
+// The first entry of `output` for `block`, or null.
+inline HwConfigPayload *FirstBlock(HwConfigOutputParams *output, const std::string &block) {
+    if (output) {
+        for (HwConfigPayload &entry : output->payload) {
+            if (entry.hw_asset == block) {
+                return &entry;
+            }
+        }
+    }
+    return nullptr;
+}
+
 // The entry's record, made first when the host left the entry empty. std::make_shared of the
 // concrete type lets the control block destroy it although the entry holds a shared_ptr<void>.
 // `made` is set, never cleared, when a record had to be made.

@@ -75,11 +75,6 @@ StcZuvaColor::StcZuvaColor() {
 
     ops_map_[kScModeRenderIntent] = &StcZuvaColor::ProcessModeRenderIntent;
     ops_map_[kScModeSwAssets] = &StcZuvaColor::ProcessModeSwAssets;
-
-    active_color_mode_.gamut = kGamutNone;
-    active_color_mode_.gamma = kGamutNone;
-    active_color_mode_.intent = kIntentConstructed;
-    active_color_mode_.name = "standard";
 }
 
 StcZuvaColor::~StcZuvaColor() = default;

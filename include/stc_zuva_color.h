@@ -23,11 +23,22 @@ constexpr int kStcMajorVersion = 3;
 constexpr int kStcMinorVersion = 1;
 
 constexpr uint32_t kGamutNone = 255;
+constexpr uint32_t kGammaNone = 255;
 constexpr uint32_t kGamutSrgb = 1;
 constexpr uint32_t kGamutP3 = 12;
 constexpr uint32_t kIntentConstructed = 0xFFFF;
 constexpr uint32_t kIntentStandardMode = 0xFFFE;
 constexpr uint32_t kIntentCalibrationMode = 0x103;
+
+// The plug-in's own "standard" colour mode: no gamut, no gamma, and the given intent marker.
+inline ColorMode StandardMode(uint32_t intent) {
+    ColorMode mode;
+    mode.gamut = kGamutNone;
+    mode.gamma = kGammaNone;
+    mode.intent = intent;
+    mode.name = "standard";
+    return mode;
+}
 
 STC_EXPORT void printCallStack(char *tag);
 
@@ -92,6 +103,9 @@ class StcZuvaColor : public ScPostBlendInterface {
     int SetZuvaColor(const ScPayload &payload);
     void ApplyFacCalibration(uint32_t value);
     void ApplyAloneItem(uint32_t value);
+    // Bits 0x2000/0x4000 say which calibrated data is in force; they live in both item words.
+    void LatchItems(uint32_t mask);
+    void UnlatchItems(uint32_t mask);
     void ReloadCalibration();
     void ComposePaConfig(PaConfig &config);
     int ProcessModeSwAssets(const ScPayload &input, ScPayload *output);
@@ -119,7 +133,7 @@ class StcZuvaColor : public ScPostBlendInterface {
     lut3d_info calibrated_lut3d_srgb_ = {};
     lut3d_info calibrated_lut3d_p3_ = {};
     bool has_calib_3dlut_ = false;
-    ColorMode active_color_mode_;
+    ColorMode active_color_mode_ = StandardMode(kIntentConstructed);
     PccConfig calibrated_pcc_;
     bool en_calibrated_3dlut_ = false;
     bool en_calibrated_pcc_ = false;

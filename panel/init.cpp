@@ -11,26 +11,11 @@ namespace {
 
 constexpr const char *kFunc = "Init";
 constexpr int kInitFailed = -22;
-constexpr uint32_t kGammaNone = 255;
-constexpr const char *kStandardModeName = "standard";
-
-bool StartsWith(const std::string &text, const std::string &prefix) {
-    return text.compare(0, prefix.size(), prefix) == 0;
-}
 
 // Without a usable profile a panel is told apart by its name alone.
 bool NameSaysCli(const std::string &panel_name) {
     return panel_name.find("_363") != std::string::npos ||
            panel_name.find("_ cli") != std::string::npos;
-}
-
-ColorMode StandardMode() {
-    ColorMode mode;
-    mode.gamut = kGamutNone;
-    mode.gamma = kGammaNone;
-    mode.intent = kIntentStandardMode;
-    mode.name = kStandardModeName;
-    return mode;
 }
 
 }  // namespace
@@ -68,7 +53,7 @@ int StcZuvaColor::Init(const std::string &panel_name) {
         return 0;
     }
 
-    color_modes_.push_back(StandardMode());
+    color_modes_.push_back(StandardMode(kIntentStandardMode));
     if (OpenQdutils() != 0) {
         return kInitFailed;
     }

@@ -44,10 +44,6 @@ bool NameIs(const xmlNode *node, const char *name) {
     return xmlStrcmp(node->name, reinterpret_cast<const xmlChar *>(name)) == 0;
 }
 
-bool StartsWith(const std::string &text, const std::string &prefix) {
-    return text.compare(0, prefix.size(), prefix) == 0;
-}
-
 // One kind of child element of a `config` section: where its text goes and what is said about it.
 struct ItemRule {
     const char *element;

@@ -21,6 +21,11 @@ struct stcXmlresult {
 constexpr int32_t kPanelTypePrimary = 0;
 constexpr int32_t kPanelTypeCli = 1;
 
+// Panel names match profile and list entries by prefix: the name begins with the entry.
+inline bool StartsWith(const std::string &text, const std::string &prefix) {
+    return text.compare(0, prefix.size(), prefix) == 0;
+}
+
 // Reads the profile into `result`. 0: read; -17: no profile; -9: unparsable or wrong root.
 int StcXmlParse(stcXmlresult *result, const std::string &panel_name);
 

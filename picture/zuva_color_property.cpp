@@ -22,17 +22,6 @@ constexpr uint32_t kCaliEmptyPcc = 501;
 // LOAD_3DLUT value: reload, then drop what was loaded.
 constexpr uint32_t kLoadThenDisable = 255;
 
-// The calibration bits live in both the latched and the current item word.
-void SetInBoth(uint32_t &latched, uint32_t &current, uint32_t mask) {
-    latched |= mask;
-    current |= mask;
-}
-
-void ClearInBoth(uint32_t &latched, uint32_t &current, uint32_t mask) {
-    latched &= ~mask;
-    current &= ~mask;
-}
-
 }  // namespace
 
 int StcZuvaColor::SetZuvaColor(const ScPayload &payload) {
@@ -100,7 +89,7 @@ void StcZuvaColor::ApplyFacCalibration(uint32_t value) {
                      kFunction);
         }
     } else if (value == kGamutSrgb || value == kGamutP3) {
-        SetInBoth(latched_scene_id_, curr_scene_id_, kSceneFacCalibration);
+        LatchItems(kSceneFacCalibration);
         en_calibrated_3dlut_ = true;
         en_calibrated_pcc_ = false;
         pq_update_pending_ = true;
@@ -108,8 +97,7 @@ void StcZuvaColor::ApplyFacCalibration(uint32_t value) {
         STC_LOGD("%s: Calitration exit!!!\n", kFunction);
         // Without an accepted LUT nothing calibrated may stay in force after the run.
         if (!has_calib_3dlut_) {
-            ClearInBoth(latched_scene_id_, curr_scene_id_,
-                        kSceneFacCalibration | kSceneColorTemperature);
+            UnlatchItems(kSceneFacCalibration | kSceneColorTemperature);
         }
         en_calibrated_3dlut_ = has_calib_3dlut_;
         en_calibrated_pcc_ = has_calib_3dlut_;
@@ -117,13 +105,23 @@ void StcZuvaColor::ApplyFacCalibration(uint32_t value) {
 
     if (value == kCaliEmpty3dLut) {
         STC_LOGD("%s: Empty 3dlut param by flag!!!\n", kFunction);
-        ClearInBoth(latched_scene_id_, curr_scene_id_, kSceneFacCalibration);
+        UnlatchItems(kSceneFacCalibration);
         cali_gamut_ = kGamutNone;
     } else if (value == kCaliEmptyPcc) {
         STC_LOGD("%s: Empty pcc param by flag!!!\n", kFunction);
-        ClearInBoth(latched_scene_id_, curr_scene_id_, kSceneColorTemperature);
+        UnlatchItems(kSceneColorTemperature);
         cali_gamut_ = kGamutNone;
     }
+}
+
+void StcZuvaColor::LatchItems(uint32_t mask) {
+    latched_scene_id_ |= mask;
+    curr_scene_id_ |= mask;
+}
+
+void StcZuvaColor::UnlatchItems(uint32_t mask) {
+    latched_scene_id_ &= ~mask;
+    curr_scene_id_ &= ~mask;
 }
 
 // Items recognised only when the item word is exactly theirs.

@@ -38,7 +38,7 @@ int StcZuvaColor::SetDimmingPcc(const ScPayload &payload) {
 }
 
 int StcZuvaColor::GetDimmingSupport(ScPayload *payload) {
-    bool *supported = payload ? CheckedRecord<bool>(*payload, "GetDimmingSupport") : nullptr;
+    bool *supported = CheckedRecord<bool>(*payload, "GetDimmingSupport");
     if (!supported) {
         return -EINVAL;
     }
@@ -48,15 +48,8 @@ int StcZuvaColor::GetDimmingSupport(ScPayload *payload) {
 
 int StcZuvaColor::ApplyPccAttenuationFactor(HwConfigOutputParams *output, double factor) {
     constexpr const char *kFunction = "ApplyPccAttenuationFactor";
-    PccConfig *pcc = nullptr;
-    if (output) {
-        for (HwConfigPayload &entry : output->payload) {
-            if (entry.hw_asset == kPbPCC) {
-                pcc = BlockRecord<PccConfig>(entry);
-                break;
-            }
-        }
-    }
+    HwConfigPayload *entry = FirstBlock(output, kPbPCC);
+    PccConfig *pcc = entry ? BlockRecord<PccConfig>(*entry) : nullptr;
     if (!pcc) {
         STC_LOGD("%s: no pcc matrix in output_params\n", kFunction);
         return 0;

@@ -72,7 +72,7 @@ int StcZuvaColor::SetHwConfigPayloadParam(const ScPayload &payload) {
 }
 
 int StcZuvaColor::GetHwConfigPayloadParamSupprt(ScPayload *payload) {
-    bool *supported = payload ? SizedRecord<bool>(*payload) : nullptr;
+    bool *supported = SizedRecord<bool>(*payload);
     if (!supported) {
         return -EINVAL;
     }

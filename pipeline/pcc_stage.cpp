@@ -27,9 +27,11 @@ bool IsNativeIntent(uint32_t intent) {
     return intent == 0 || intent == 256 || intent == 300;
 }
 
-void CopyPccBody(const PccConfig &from, PccConfig *to) {
+// Switches `to` on and gives it the calibrated coefficients (the host word at offset 8 too).
+void ApplyCalibratedPcc(const PccConfig &calibrated, PccConfig *to) {
+    to->enabled = true;
     std::memcpy(reinterpret_cast<uint8_t *>(to) + kPccBodyOffset,
-                reinterpret_cast<const uint8_t *>(&from) + kPccBodyOffset, kPccBodySize);
+                reinterpret_cast<const uint8_t *>(&calibrated) + kPccBodyOffset, kPccBodySize);
 }
 
 }  // namespace
@@ -59,7 +61,7 @@ int StcZuvaColor::ZuvaColorRenderIntentPCC(ModeRenderInputParams *input,
     // Once a record had to be made, every later line of this call reports it.
     bool empty = false;
     for (HwConfigPayload &entry : output->payload) {
-        if (entry.hw_asset != kPbPCC || !en_calibrated_pcc_) {
+        if (entry.hw_asset != kPbPCC) {
             continue;
         }
         PccConfig *pcc = &EnsureBlockRecord<PccConfig>(entry, empty);
@@ -70,18 +72,16 @@ int StcZuvaColor::ZuvaColorRenderIntentPCC(ModeRenderInputParams *input,
         STC_LOGD("%s: ##Original PCC[%f %f %f], empty=%d , gmt_(%d %d) itt=(%d %d)\n", kFunc,
                  pcc->red.r, pcc->green.g, pcc->blue.b, empty, cali_gamut_,
                  active_color_mode_.gamut, input_intent, active_color_mode_.intent);
-        pcc->enabled = en_calibrated_pcc_;
-        CopyPccBody(calibrated_pcc_, pcc);
+        ApplyCalibratedPcc(calibrated_pcc_, pcc);
         STC_LOGD("%s: ==Overwrite PCC[%f %f %f], empty=%d\n", kFunc, pcc->red.r, pcc->green.g,
                  pcc->blue.b, empty);
     }
 
-    if (!en_calibrated_pcc_ || !latched) {
+    if (!latched) {
         return 0;
     }
     auto pcc = std::make_shared<PccConfig>();
-    pcc->enabled = en_calibrated_pcc_;
-    CopyPccBody(calibrated_pcc_, pcc.get());
+    ApplyCalibratedPcc(calibrated_pcc_, pcc.get());
     HwConfigPayload entry;
     entry.hw_asset = kPbPCC;
     entry.hw_payload = pcc;

@@ -11,6 +11,9 @@ namespace snapdragoncolor {
 constexpr const char *kVendorDisplayDir = "/vendor/etc/display/";
 constexpr const char *kProfilePath = "/vendor/etc/display/zuva_stc_profile.xml";
 
+// Calibration and gamma files are named "panel_" + panel name + their own suffix.
+constexpr const char *kPanelFilePrefix = "panel_";
+
 // Per-unit calibration files.
 constexpr const char *kPersistDisplayDir = "/mnt/vendor/persist/display";
 

@@ -182,23 +182,25 @@ Fields DescribeRecord(const std::string &block, const void *record) {
     if (!record) {
         return {};
     }
-    if (block == kPbPCC)
-        return DescribePcc(*static_cast<const PccConfig *>(record));
-    if (block == kPbGamut)
-        return DescribeGamut(*static_cast<const GamutConfig *>(record));
-    if (block == kPbGC)
-        return DescribeGamma(*static_cast<const GammaPostBlendConfig *>(record));
-    if (block == kPbPa)
-        return DescribePa(*static_cast<const PaConfig *>(record));
-    if (block == kPbDE)
-        return DescribeDe(*static_cast<const DETuningConfig *>(record));
-    if (block == kPbIGC) {
-        return {{"entries",
-                 std::to_string(static_cast<const HostIgcConfig *>(record)->num_of_entries)}};
-    }
-    if (block == kPbDither) {
-        return {
-            {"enabled", std::to_string(static_cast<const HostDitherConfig *>(record)->enabled)}};
+    switch (BlockContentOf(block).value_or(BlockContent::kEmpty)) {
+        case BlockContent::kPcc:
+            return DescribePcc(*static_cast<const PccConfig *>(record));
+        case BlockContent::kGamut:
+            return DescribeGamut(*static_cast<const GamutConfig *>(record));
+        case BlockContent::kGamma:
+            return DescribeGamma(*static_cast<const GammaPostBlendConfig *>(record));
+        case BlockContent::kPa:
+            return DescribePa(*static_cast<const PaConfig *>(record));
+        case BlockContent::kDe:
+            return DescribeDe(*static_cast<const DETuningConfig *>(record));
+        case BlockContent::kIgc:
+            return {{"entries",
+                     std::to_string(static_cast<const HostIgcConfig *>(record)->num_of_entries)}};
+        case BlockContent::kDither:
+            return {{"enabled",
+                     std::to_string(static_cast<const HostDitherConfig *>(record)->enabled)}};
+        case BlockContent::kEmpty:
+            break;
     }
     return {{"record", "host data"}};
 }

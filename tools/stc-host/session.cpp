@@ -100,9 +100,19 @@ class Node {
     std::string path_;
 };
 
-const std::string *const kKnownBlocks[] = {
-    &kPbGamut, &kPbIGC,    &kPbGC,       &kPbCWBDither, &kPbHdrBlob, &kHwCapIgcDither, &kPbPCC,
-    &kPbPa,    &kPbDither, &kPbPaDither, &kPbMixerGc,   &kPbDE,      &kPbGameBlob,
+struct KnownBlock {
+    const std::string *name;
+    BlockContent content;
+};
+
+const KnownBlock kKnownBlocks[] = {
+    {&kPbPCC, BlockContent::kPcc},        {&kPbGamut, BlockContent::kGamut},
+    {&kPbGC, BlockContent::kGamma},       {&kPbPa, BlockContent::kPa},
+    {&kPbDE, BlockContent::kDe},          {&kPbIGC, BlockContent::kIgc},
+    {&kPbDither, BlockContent::kDither},  {&kPbCWBDither, BlockContent::kEmpty},
+    {&kPbHdrBlob, BlockContent::kEmpty},  {&kHwCapIgcDither, BlockContent::kEmpty},
+    {&kPbPaDither, BlockContent::kEmpty}, {&kPbMixerGc, BlockContent::kEmpty},
+    {&kPbGameBlob, BlockContent::kEmpty},
 };
 
 struct LevelField {
@@ -188,11 +198,8 @@ BlockProposal ParseBlock(const Node &node) {
     }
     BlockProposal block;
     block.name = node.Key("block").String();
-    bool known = false;
-    for (const std::string *name : kKnownBlocks) {
-        known |= *name == block.name;
-    }
-    if (!known) {
+    std::optional<BlockContent> content = BlockContentOf(block.name);
+    if (!content) {
         node.Key("block").Fail("unknown block name \"" + block.name + "\"");
     }
     if (node.Has("enabled"))
@@ -200,30 +207,17 @@ BlockProposal ParseBlock(const Node &node) {
     if (node.Has("empty") && node.Key("empty").Bool()) {
         return block;
     }
-    if (block.name == kPbPCC) {
-        block.content = BlockContent::kPcc;
-        if (node.Has("pcc_scale"))
-            block.pcc_scale = node.Key("pcc_scale").Number();
-    } else if (block.name == kPbGamut) {
-        block.content = BlockContent::kGamut;
-    } else if (block.name == kPbGC) {
-        block.content = BlockContent::kGamma;
-        if (node.Has("length"))
-            block.curve_length = static_cast<uint32_t>(node.Key("length").Integer(0, 65536));
-    } else if (block.name == kPbPa) {
-        block.content = BlockContent::kPa;
+    block.content = *content;
+    if (node.Has("pcc_scale"))
+        block.pcc_scale = node.Key("pcc_scale").Number();
+    if (node.Has("length"))
+        block.curve_length = static_cast<uint32_t>(node.Key("length").Integer(0, 65536));
+    if (node.Has("sharp_factor"))
+        block.de.sharp_factor = node.Key("sharp_factor").Word();
+    if (node.Has("entries"))
+        block.entries = static_cast<uint32_t>(node.Key("entries").Integer(0, UINT32_MAX));
+    if (block.content == BlockContent::kPa)
         ParsePa(node, block.pa);
-    } else if (block.name == kPbDE) {
-        block.content = BlockContent::kDe;
-        if (node.Has("sharp_factor"))
-            block.de.sharp_factor = node.Key("sharp_factor").Word();
-    } else if (block.name == kPbIGC) {
-        block.content = BlockContent::kIgc;
-        if (node.Has("entries"))
-            block.entries = static_cast<uint32_t>(node.Key("entries").Integer(0, UINT32_MAX));
-    } else if (block.name == kPbDither) {
-        block.content = BlockContent::kDither;
-    }
     return block;
 }
 
@@ -386,6 +380,15 @@ Call ParseCall(const Node &node) {
 }
 
 }  // namespace
+
+std::optional<BlockContent> BlockContentOf(const std::string &block) {
+    for (const KnownBlock &known : kKnownBlocks) {
+        if (*known.name == block) {
+            return known.content;
+        }
+    }
+    return std::nullopt;
+}
 
 std::optional<uint32_t> ParseItem(const std::string &item) {
     for (const SceneItemName &named : kSceneItemNames) {

@@ -23,7 +23,11 @@ class SessionError : public std::runtime_error {
     std::string json_path_;
 };
 
+// What record a block carries; kEmpty for blocks whose records only the host reads.
 enum class BlockContent { kEmpty, kPcc, kGamut, kGamma, kPa, kDe, kIgc, kDither };
+
+// The record kind of a host block name; nullopt for a name the host does not define.
+std::optional<BlockContent> BlockContentOf(const std::string &block);
 
 // One block of the host's proposed configuration list.
 struct BlockProposal {
