@@ -18,7 +18,7 @@ constexpr int kLutLogHead = 15;
 constexpr int kLutLogTailAfter = 4900;
 
 // Parses LUT lines straight into the destination's entries, in file order.
-class LutLineHandler : public CalibrationLineHandler {
+class LutLineHandler final : public CalibrationLineHandler {
   public:
     explicit LutLineHandler(lut3d_info *lut) : lut_(lut) {}
 

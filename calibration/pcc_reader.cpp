@@ -15,7 +15,7 @@ constexpr int kPccCoeffCount = 11;
 constexpr int kPccLines = 3;
 
 // Parses line n into the red, green and blue rows in turn; later lines land in blue again.
-class PccLineHandler : public CalibrationLineHandler {
+class PccLineHandler final : public CalibrationLineHandler {
   public:
     explicit PccLineHandler(PccConfig *pcc) : pcc_(pcc) {}
 

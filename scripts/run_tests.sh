@@ -1,9 +1,19 @@
 #!/usr/bin/env bash
-# Sets up the machine, then builds and runs every test: a plain build and one under
-# AddressSanitizer + UndefinedBehaviorSanitizer (and ThreadSanitizer for the concurrency tests).
+# Sets up the machine, then builds and runs every test suite:
+#   native: a plain build with the platform build's flags, one under AddressSanitizer +
+#           UndefinedBehaviorSanitizer, and the concurrency tests under ThreadSanitizer;
+#   arm64:  the whole suite cross-built for AArch64 (platform flags on) and run under qemu-user.
+# Usage: run_tests.sh [--native | --arm64]   (default: native, then arm64)
 set -euo pipefail
 cd "$(dirname "$0")/.."
-bash scripts/setup.sh
+
+want_native=1 want_arm64=1
+case "${1:-}" in
+  "") ;;
+  --native) want_arm64=0 ;;
+  --arm64) want_native=0 ;;
+  *) echo "usage: $0 [--native | --arm64]" >&2; exit 1 ;;
+esac
 
 jobs=$(nproc)
 run_suite() {  # name, extra cmake arguments...
@@ -14,13 +24,20 @@ run_suite() {  # name, extra cmake arguments...
   ctest --test-dir "$dir" --output-on-failure -j "$jobs" ${STC_CTEST_ARGS:-}
 }
 
-export ASAN_OPTIONS=detect_leaks=1:abort_on_error=1
-export UBSAN_OPTIONS=print_stacktrace=1:halt_on_error=1
-run_suite plain
-run_suite asan -DSTC_SANITIZE=ON
-if [[ -f tests/tsan_suite.txt ]]; then
+if ((want_native)); then
+  bash scripts/setup.sh
+  export ASAN_OPTIONS=detect_leaks=1:abort_on_error=1
+  export UBSAN_OPTIONS=print_stacktrace=1:halt_on_error=1
+  run_suite plain -DSTC_PLATFORM_FLAGS=ON
+  run_suite asan -DSTC_SANITIZE=ON
   export TSAN_OPTIONS=halt_on_error=1:second_deadlock_stack=1
   # Only the concurrency tests run under ThreadSanitizer, so only their executable is built.
   STC_BUILD_TARGETS=stc_unit_tests STC_CTEST_ARGS="-R $(paste -sd'|' tests/tsan_suite.txt)" \
     run_suite tsan -DSTC_TSAN=ON
+fi
+
+if ((want_arm64)); then
+  bash scripts/setup.sh
+  bash scripts/setup_arm64.sh
+  run_suite arm64 -DCMAKE_TOOLCHAIN_FILE=cmake/aarch64-linux-gnu.cmake -DSTC_PLATFORM_FLAGS=ON
 fi

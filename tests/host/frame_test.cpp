@@ -1,5 +1,7 @@
 // The frame as a host sees it: entry point, refusals, property and operation dispatch, logging.
 #include <android/log.h>
+#include <sys/uio.h>
+#include <unistd.h>
 
 #include <string>
 
@@ -183,6 +185,13 @@ TEST_F(FrameTest, DeInitTwiceThenOperationsAreRefused) {
     EXPECT_EQ(Get(*plugin_, kNeedsUpdate, &flag), 0);
 }
 
+// Whether the process can read its own memory the way libunwindstack does.
+bool CanReadOwnMemory() {
+    int probe = 42, copy = 0;
+    iovec local{&copy, sizeof(copy)}, remote{&probe, sizeof(probe)};
+    return process_vm_readv(getpid(), &local, 1, &remote, 1, 0) == sizeof(copy) && copy == probe;
+}
+
 TEST_F(FrameTest, PrintCallStackLogsUnderTheGivenTag) {
     using PrintCallStack = void (*)(char *);
     auto print =
@@ -192,6 +201,10 @@ TEST_F(FrameTest, PrintCallStackLogsUnderTheGivenTag) {
     log_.Clear();
     print(tag);
     auto lines = log_.Lines();
+    if (lines.empty() && !CanReadOwnMemory()) {
+        GTEST_SKIP() << "no frames: the stack unwinder reads this process through "
+                        "process_vm_readv, which this machine does not implement (qemu-user)";
+    }
     ASSERT_FALSE(lines.empty());
     for (const LogLine &line : lines) {
         EXPECT_EQ(line.tag, "StcTrace");

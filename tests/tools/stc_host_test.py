@@ -2,18 +2,19 @@
 """The host simulator run as a user runs it: the demo against its checked-in output, the factory
 calibration session's key results, and every user error with its one line and exit code.
 
-Usage: stc_host_test.py STC_HOST REFUSING_PLUGIN REPO_ROOT [--update]
---update rewrites examples/sessions/demo.expected from the current output.
+Usage: stc_host_test.py STC_HOST REFUSING_PLUGIN REPO_ROOT
+A cross build names its emulator in $STC_EMULATOR (a command line prefix).
 """
 import json
 import os
+import shlex
 import subprocess
 import sys
 import tempfile
 import unittest
 
 STC_HOST, REFUSING_PLUGIN, ROOT = sys.argv[1:4]
-UPDATE = "--update" in sys.argv
+EMULATOR = shlex.split(os.environ.get("STC_EMULATOR", ""))
 SESSIONS = os.path.join(ROOT, "examples", "sessions")
 
 
@@ -27,7 +28,8 @@ def stable_lines(text):
 
 
 def run(*args):
-    return subprocess.run([STC_HOST, *args], capture_output=True, text=True, timeout=120)
+    return subprocess.run([*EMULATOR, STC_HOST, *args], capture_output=True, text=True,
+                          timeout=120)
 
 
 def json_lines(*args):
@@ -40,11 +42,7 @@ class DemoSession(unittest.TestCase):
     def test_output_matches_the_checked_in_demo(self):
         result = run("--session", os.path.join(SESSIONS, "demo.json"))
         self.assertEqual(result.returncode, 0, result.stderr)
-        expected_path = os.path.join(SESSIONS, "demo.expected")
-        if UPDATE:
-            with open(expected_path, "w") as f:
-                f.write(result.stdout)
-        with open(expected_path) as f:
+        with open(os.path.join(SESSIONS, "demo.expected")) as f:
             expected = f.read()
         self.assertNotIn("0x7f", result.stdout)  # no addresses leak into the output
         self.assertEqual(stable_lines(result.stdout), stable_lines(expected))
