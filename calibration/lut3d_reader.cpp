@@ -1,7 +1,7 @@
-#include <cstdio>
 #include <optional>
 
 #include "calibration/calibration_file.h"
+#include "calibration/lut3d_line.h"
 #include "picture/scene_items.h"
 #include "platform/stc_log.h"
 #include "stc_zuva_color.h"
@@ -33,9 +33,9 @@ class LutLineHandler final : public CalibrationLineHandler {
     int TooLargeLineValue() const override { return count_; }
 
     void OnLine(const char *line) override {
-        int v[6];
-        int got = std::sscanf(line, " %d %d %d %d %d %d", &v[0], &v[1], &v[2], &v[3], &v[4], &v[5]);
-        if (got < 6) {
+        int32_t v[kLutLineValues];
+        int got = ScanLutLine(line, v);
+        if (got < kLutLineValues) {
             STC_LOGE("%s: got %d params, wrong para line?\n", kLutReader, got);
             return;
         }
