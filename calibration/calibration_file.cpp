@@ -1,113 +1,150 @@
 #include "calibration/calibration_file.h"
 
-#include <fcntl.h>
 #include <sys/stat.h>
 #include <unistd.h>
 
-#include <cstdlib>
+#include <algorithm>
+#include <cerrno>
 #include <cstring>
 #include <memory>
 #include <new>
 #include <string>
 
+#include "platform/device_file.h"
 #include "platform/device_path.h"
-#include "platform/stc_log.h"
 
 namespace snapdragoncolor {
 
 namespace {
 
-struct FreeDeleter {
-    void operator()(char *p) const { std::free(p); }
-};
-using FileBuffer = std::unique_ptr<char, FreeDeleter>;
-
-class FileDescriptor {
-  public:
-    explicit FileDescriptor(int fd) : fd_(fd) {}
-    ~FileDescriptor() {
-        if (fd_ >= 0) {
-            close(fd_);
-        }
-    }
-    FileDescriptor(const FileDescriptor &) = delete;
-    FileDescriptor &operator=(const FileDescriptor &) = delete;
-    int get() const { return fd_; }
-
-  private:
-    int fd_;
-};
+// Memory stays bounded whatever the file's size: it passes through this buffer.
+constexpr size_t kReadChunk = 64 * 1024;
+// The most one read() call hands over on Linux. The file counts as read only as one call would
+// have read it, so a file larger than this never arrives whole.
+constexpr size_t kSingleReadMax = 0x7ffff000;
 
 // A size the file system cannot tell counts as an empty file.
-size_t FileSize(const std::string &host_path) {
+size_t FileSize(const std::string &device_path) {
     struct stat st;
-    if (stat(host_path.c_str(), &st) != 0 || st.st_size < 0) {
+    if (stat(DevicePath(device_path).c_str(), &st) != 0 || st.st_size < 0) {
         return 0;
     }
     return static_cast<size_t>(st.st_size);
 }
 
-// Hands every line ended by a line feed in data[0, size) to the handler.
-CalibrationReadResult SplitLines(const char *data, size_t size, const char *func,
-                                 CalibrationLineHandler &handler) {
-    std::unique_ptr<char[]> line(new (std::nothrow) char[kCalibrationLineBuffer]);
-    if (!line) {
-        STC_LOGE("%s: malloc failed for pline\n", func);
-        return CalibrationReadResult::kStopped;
-    }
-    const char *end = data + size;
-    const char *pos = data;
-    const char *lf = static_cast<const char *>(std::memchr(pos, '\n', size));
-    if (!lf) {
-        STC_LOGW("%s: found no line\n", func);
-        return CalibrationReadResult::kStopped;
-    }
-    while (lf) {
-        size_t len = static_cast<size_t>(lf - pos);
-        if (len > kCalibrationLineMax) {
-            STC_LOGW("%s: too large line %d\n", func, handler.TooLargeLineValue());
-            return CalibrationReadResult::kStopped;
+// Cuts the byte stream into lines ended by a line feed and hands them over.
+class LineSplitter {
+  public:
+    explicit LineSplitter(CalibrationFileEvents &events) : events_(events) {}
+
+    // False once a line was too long; nothing after it may be handed over.
+    bool Feed(const char *data, size_t size) {
+        const char *end = data + size;
+        while (data < end) {
+            const char *lf = static_cast<const char *>(std::memchr(data, '\n', end - data));
+            const size_t n = static_cast<size_t>((lf ? lf : end) - data);
+            if (length_ < kCalibrationLineMax) {
+                std::memcpy(line_ + length_, data, std::min(n, kCalibrationLineMax - length_));
+            }
+            length_ += n;
+            if (!lf) {
+                break;
+            }
+            saw_line_feed_ = true;
+            ++number_;
+            if (length_ > kCalibrationLineMax) {
+                events_.OnTooLongLine(number_);
+                return false;
+            }
+            line_[length_] = '\0';
+            events_.OnLine(line_, number_);
+            length_ = 0;
+            data = lf + 1;
         }
-        std::memset(line.get(), 0, kCalibrationLineBuffer);
-        std::memcpy(line.get(), pos, len);
-        handler.OnLine(line.get());
-        pos = lf + 1;
-        if (pos >= end) {
+        return true;
+    }
+
+    bool saw_line_feed() const { return saw_line_feed_; }
+
+  private:
+    CalibrationFileEvents &events_;
+    char line_[kCalibrationLineBuffer];
+    size_t length_ = 0;  // bytes of the current line so far, also past the buffer's end
+    size_t number_ = 0;
+    bool saw_line_feed_ = false;
+};
+
+// Reads up to `limit` bytes in chunks and hands each to `consume` until it returns false.
+// Returns the bytes read, or -1 when the first read fails.
+template <typename Consume>
+long ReadChunks(int fd, char *buffer, size_t limit, Consume consume) {
+    size_t total = 0;
+    while (total < limit) {
+        const ssize_t got = read(fd, buffer, std::min(kReadChunk, limit - total));
+        if (got < 0 && errno == EINTR) {
+            continue;
+        }
+        if (got <= 0) {
+            return got < 0 && total == 0 ? -1 : static_cast<long>(total);
+        }
+        total += static_cast<size_t>(got);
+        if (!consume(buffer, static_cast<size_t>(got))) {
             break;
         }
-        lf = static_cast<const char *>(std::memchr(pos, '\n', static_cast<size_t>(end - pos)));
     }
-    return CalibrationReadResult::kAllLines;
+    return static_cast<long>(total);
 }
 
 }  // namespace
 
-CalibrationReadResult ReadCalibrationFile(const char *path, const char *func,
-                                          CalibrationLineHandler &handler) {
-    const char *shown = PathForLog(path);
-    const std::string host_path = path ? DevicePath(path) : std::string();
-    const size_t size = FileSize(host_path);
-    handler.LogSize(shown, static_cast<int>(size));
+CalibrationReadResult ReadCalibrationFile(const char *path, CalibrationFileEvents &events) {
+    const size_t size = path ? FileSize(path) : 0;
+    events.OnSize(size);
 
-    FileDescriptor fd(path ? open(host_path.c_str(), O_RDONLY | O_CLOEXEC) : -1);
+    ScopedFd fd(path ? OpenDeviceFile(path) : -1);
     if (fd.get() < 0) {
-        STC_LOGW("%s: Failed to open file: %s\n", func, shown);
+        events.OnOpenFailed();
         return CalibrationReadResult::kUnreadable;
     }
-    // One spare zero byte past the data, so that nothing can run off its end.
-    FileBuffer data(static_cast<char *>(std::calloc(size + 1, 1)));
-    if (!data) {
-        STC_LOGE("%s: Failed to allocate memory for file: %s\n", func, shown);
+    std::unique_ptr<char[]> buffer(new (std::nothrow) char[kReadChunk]);
+    if (!buffer) {
+        events.OnNoMemory();
         return CalibrationReadResult::kUnreadable;
     }
-    ssize_t got = read(fd.get(), data.get(), size);
-    if (got < 0 || static_cast<size_t>(got) < size) {
-        STC_LOGE("%s: file: %s. Data read size %d not same as requested %d\n", func, shown,
-                 static_cast<int>(got), static_cast<int>(size));
+    // First the whole file, as one read call would take it: a file that does not arrive whole
+    // changes nothing, so no line may be handed over before this is known.
+    const size_t limit = std::min(size, kSingleReadMax);
+    long got = ReadChunks(fd.get(), buffer.get(), limit, [](const char *, size_t) { return true; });
+    if (got < 0 || static_cast<size_t>(got) != size) {
+        events.OnShortRead(got, size);
         return CalibrationReadResult::kUnreadable;
     }
-    handler.LogReadSize(static_cast<int>(got));
-    return SplitLines(data.get(), size, func, handler);
+    events.OnReadSize(size);
+
+    // Then its lines, from the start again.
+    LineSplitter splitter(events);
+    bool whole = true;
+    if (lseek(fd.get(), 0, SEEK_SET) != 0) {
+        got = -1;
+    } else {
+        got = ReadChunks(fd.get(), buffer.get(), size, [&](const char *data, size_t n) {
+            whole = splitter.Feed(data, n);
+            return whole;
+        });
+    }
+    if (!whole) {
+        return CalibrationReadResult::kStopped;
+    }
+    // The file changed between the two reads.
+    if (got < 0 || static_cast<size_t>(got) != size) {
+        events.OnShortRead(got, size);
+        return CalibrationReadResult::kUnreadable;
+    }
+    if (!splitter.saw_line_feed()) {
+        events.OnNoLine();
+        return CalibrationReadResult::kStopped;
+    }
+    return CalibrationReadResult::kAllLines;
 }
 
 }  // namespace snapdragoncolor

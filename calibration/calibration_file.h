@@ -1,5 +1,6 @@
-// The file-reading routine shared by the calibration readers: the whole file in one read, then
-// one line at a time through a single reused line buffer.
+// The file-reading routine shared by the calibration readers and the calibration checker: a
+// regular file read through a fixed-size buffer, then handed over one line at a time through a
+// single reused line buffer. The routine logs nothing; each reader says what its events mean.
 #ifndef STC_CALIBRATION_CALIBRATION_FILE_H_
 #define STC_CALIBRATION_CALIBRATION_FILE_H_
 
@@ -12,24 +13,31 @@ namespace snapdragoncolor {
 constexpr size_t kCalibrationLineMax = 511;
 constexpr size_t kCalibrationLineBuffer = kCalibrationLineMax + 1;
 
-// The reader's part of the routine. The two log hooks keep each reader's own messages next to
-// its other format strings, where the compiler checks them against their arguments.
-class CalibrationLineHandler {
+class CalibrationFileEvents {
   public:
-    // After the size query; the PCC reader logs nothing here.
-    virtual void LogSize(const char *shown_path, int size) const {
-        (void)shown_path;
+    // After the size query; 0 when the file system cannot tell.
+    virtual void OnSize(size_t size) { (void)size; }
+    // Missing, unreadable, or not a regular file.
+    virtual void OnOpenFailed() {}
+    // No memory for the read buffer.
+    virtual void OnNoMemory() {}
+    // Fewer bytes than the size arrived; -1 when nothing could be read.
+    virtual void OnShortRead(long got, size_t size) {
+        (void)got;
         (void)size;
     }
-    // After the read, with the bytes read.
-    virtual void LogReadSize(int read_size) const = 0;
-    // One complete line, without its line feed, NUL-terminated.
-    virtual void OnLine(const char *line) = 0;
-    // The number the "too large line" warning carries.
-    virtual int TooLargeLineValue() const = 0;
+    // The whole file arrived.
+    virtual void OnReadSize(size_t got) { (void)got; }
+    // The file holds no line feed at all.
+    virtual void OnNoLine() {}
+    // Line `number` (counted from 1) has more than kCalibrationLineMax bytes before its line
+    // feed; nothing after it is handed over.
+    virtual void OnTooLongLine(size_t number) { (void)number; }
+    // Line `number` (from 1), without its line feed, NUL-terminated.
+    virtual void OnLine(const char *line, size_t number) = 0;
 
   protected:
-    ~CalibrationLineHandler() = default;
+    ~CalibrationFileEvents() = default;
 };
 
 enum class CalibrationReadResult {
@@ -52,10 +60,10 @@ inline std::optional<bool> ResultBeforeClosing(CalibrationReadResult result) {
     return std::nullopt;
 }
 
-// Reads `path` (a device path) and hands its lines to `handler`; `func` names the reader in the
-// routine's own messages.
-CalibrationReadResult ReadCalibrationFile(const char *path, const char *func,
-                                          CalibrationLineHandler &handler);
+// Reads the file at the device path `path` (null: no file). The file counts as read only when
+// all of its bytes (as many as its size said) arrive; a file that does not arrive whole hands
+// over no line at all. Bytes after the last line feed are not a line.
+CalibrationReadResult ReadCalibrationFile(const char *path, CalibrationFileEvents &events);
 
 // The text by which log lines name `path`.
 inline const char *PathForLog(const char *path) {

@@ -1,7 +1,6 @@
 // Finds the panel's name on the device and loads its calibration files, the unit's own first and
 // the panel model's golden files where those cannot be read.
 #include <dirent.h>
-#include <fcntl.h>
 #include <sys/stat.h>
 #include <unistd.h>
 
@@ -10,6 +9,7 @@
 #include <cstdio>
 #include <cstring>
 
+#include "platform/device_file.h"
 #include "platform/device_path.h"
 #include "platform/stc_log.h"
 #include "stc_zuva_color.h"
@@ -136,16 +136,16 @@ const char *FirstExisting(const std::array<std::string, 3> &candidates) {
     return nullptr;
 }
 
-// One read of the name file: its bytes as they are, line end included.
+// One read of the name file: its bytes as they are, line end included. Name nodes are regular
+// files (sysfs and device-tree nodes included), so the read cannot block.
 bool ReadNameFile(const char *path, std::string *name) {
-    int fd = open(DevicePath(path).c_str(), O_RDONLY);
-    if (fd < 0) {
+    ScopedFd fd(OpenDeviceFile(path));
+    if (fd.get() < 0) {
         return false;
     }
     char buffer[kPathBufferSize] = {};
-    ssize_t ignored = read(fd, buffer, kMaxPathLength);
+    ssize_t ignored = read(fd.get(), buffer, kMaxPathLength);
     (void)ignored;
-    close(fd);
     *name = buffer;
     return true;
 }

@@ -1,16 +1,28 @@
 #include "calibration/lut3d_line.h"
 
-#include <cstdio>
+#include "calibration/text_number.h"
 
 namespace snapdragoncolor {
 
 int ScanLutLine(const char *line, int32_t values[kLutLineValues]) {
-    int v[kLutLineValues];
-    int got = std::sscanf(line, " %d %d %d %d %d %d", &v[0], &v[1], &v[2], &v[3], &v[4], &v[5]);
-    for (int k = 0; k < got; ++k) {
-        values[k] = v[k];
+    const char *p = line;
+    for (int count = 0; count < kLutLineValues; ++count) {
+        while (IsCSpace(*p)) {
+            ++p;
+        }
+        // The end of the text before the first number is sscanf's input failure.
+        if (*p == '\0') {
+            return count == 0 ? -1 : count;
+        }
+        long value;
+        if (!ScanDecimal(&p, &value)) {
+            return count;
+        }
+        // "%d" keeps the low 32 bits of the long it converted.
+        values[count] =
+            static_cast<int32_t>(static_cast<uint32_t>(static_cast<unsigned long>(value)));
     }
-    return got;
+    return kLutLineValues;
 }
 
 }  // namespace snapdragoncolor

@@ -1,6 +1,9 @@
+#include <algorithm>
+#include <memory>
+#include <new>
 #include <optional>
 
-#include "calibration/calibration_file.h"
+#include "calibration/logged_read.h"
 #include "calibration/lut3d_line.h"
 #include "picture/scene_items.h"
 #include "platform/stc_log.h"
@@ -17,33 +20,34 @@ constexpr int kLutLines = static_cast<int>(kGamutEntries);
 constexpr int kLutLogHead = 15;
 constexpr int kLutLogTailAfter = 4900;
 
-// Parses LUT lines straight into the destination's entries, in file order.
-class LutLineHandler final : public CalibrationLineHandler {
+// Parses LUT lines into a scratch table, in file order; the destination takes them only once
+// the file has been read whole.
+class LutRead final : public LoggedCalibrationRead {
   public:
-    explicit LutLineHandler(lut3d_info *lut) : lut_(lut) {}
+    LutRead(const char *path, lut3d_info *scratch)
+        : LoggedCalibrationRead(kLutReader, path), scratch_(scratch) {}
 
     int count() const { return count_; }
+    int stored() const { return std::min(count_, kLutLines); }
 
-    void LogSize(const char *shown_path, int size) const override {
-        STC_LOGD("%s: read3DlutFromFile %s, size=%d\n", kLutReader, shown_path, size);
+    void OnSize(size_t size) override {
+        STC_LOGD("%s: read3DlutFromFile %s, size=%d\n", kLutReader, shown_, static_cast<int>(size));
     }
-    void LogReadSize(int read_size) const override {
-        STC_LOGD("%s: read3DlutFromFile readsize=%d\n", kLutReader, read_size);
+    void OnReadSize(size_t got) override {
+        STC_LOGD("%s: read3DlutFromFile readsize=%d\n", kLutReader, static_cast<int>(got));
     }
-    int TooLargeLineValue() const override { return count_; }
+    void OnTooLongLine(size_t) override { STC_LOGW("%s: too large line %d\n", kLutReader, count_); }
 
-    void OnLine(const char *line) override {
+    void OnLine(const char *line, size_t) override {
         int32_t v[kLutLineValues];
-        int got = ScanLutLine(line, v);
+        const int got = ScanLutLine(line, v);
         if (got < kLutLineValues) {
             STC_LOGE("%s: got %d params, wrong para line?\n", kLutReader, got);
             return;
         }
         // Lines past a full table are only counted, so that the closing step can refuse it.
         if (count_ < kLutLines) {
-            for (int k = 0; k < 6; ++k) {
-                lut_->entries[count_][k] = v[k];
-            }
+            std::copy(v, v + kLutLineValues, scratch_->entries[count_]);
         }
         if (count_ < kLutLogHead || count_ > kLutLogTailAfter) {
             STC_LOGD("%s: line %d: got %d params [(%d %d %d) -> (%d %d %d)], str=[%s]\n",
@@ -53,19 +57,29 @@ class LutLineHandler final : public CalibrationLineHandler {
     }
 
   private:
-    lut3d_info *lut_;
+    lut3d_info *scratch_;
     int count_ = 0;
 };
 
 }  // namespace
 
 bool StcZuvaColor::read3DlutFromFile(char *file_path, lut3d_info *lut) {
-    LutLineHandler handler(lut);
-    if (std::optional<bool> early =
-            ResultBeforeClosing(ReadCalibrationFile(file_path, kLutReader, handler))) {
+    std::unique_ptr<lut3d_info> scratch(new (std::nothrow) lut3d_info);
+    if (!scratch) {
+        STC_LOGE("%s: Failed to allocate memory for file: %s\n", kLutReader, PathForLog(file_path));
+        return false;
+    }
+    LutRead read(file_path, scratch.get());
+    const CalibrationReadResult result = ReadCalibrationFile(file_path, read);
+    if (result == CalibrationReadResult::kUnreadable) {
+        return false;
+    }
+    // Entries parsed before a stop stay written, as they would have been line by line.
+    std::copy_n(&scratch->entries[0][0], read.stored() * kLutLineValues, &lut->entries[0][0]);
+    if (std::optional<bool> early = ResultBeforeClosing(result)) {
         return *early;
     }
-    const int count = handler.count();
+    const int count = read.count();
     if (count != kLutLines) {
         STC_LOGW("%s: found %d lines, should have %d lines!\n", kLutReader, count, kLutLines);
         if (count > kLutLines) {

@@ -1,10 +1,5 @@
-#include <cerrno>
-#include <climits>
-#include <cstdlib>
-#include <fstream>
-
+#include "enhance/gamma_file.h"
 #include "enhance/glimra.h"
-#include "platform/device_path.h"
 #include "platform/stc_log.h"
 
 namespace snapdragoncolor {
@@ -16,46 +11,46 @@ namespace {
 
 constexpr const char *kGammaReader = "readGammaConfigFromFile";
 
-// The decimal integer that begins the line after optional white space; the rest is ignored.
-bool ParseGammaCode(const std::string &line, int *value) {
-    const char *begin = line.c_str();
-    char *end = nullptr;
-    errno = 0;
-    long parsed = std::strtol(begin, &end, 10);
-    if (end == begin || errno == ERANGE || parsed < INT_MIN || parsed > INT_MAX) {
-        return false;
+// Collects the codes (and, when asked, the line each came from) and logs the invalid lines.
+class GammaCodes final : public GammaFileEvents {
+  public:
+    GammaCodes(std::vector<int> &values, std::vector<int> *lines)
+        : values_(values), lines_(lines) {}
+
+    void OnCode(int value, int number) override {
+        values_.push_back(value);
+        if (lines_) {
+            lines_->push_back(number);
+        }
     }
-    *value = static_cast<int>(parsed);
-    return true;
-}
+    void OnInvalidLine(int number, const std::string &text) override {
+        STC_LOGD("%s: Warning: Invalid data at line %d: %s\n", kGammaReader, number, text.c_str());
+    }
+
+  private:
+    std::vector<int> &values_;
+    std::vector<int> *lines_;
+};
 
 }  // namespace
 
-bool readGammaConfigFromFile(std::vector<int> &gamma_values, const std::string &path) {
+bool ReadGammaCodes(const std::string &path, std::vector<int> &gamma_values,
+                    std::vector<int> *lines) {
     gamma_values.clear();
-    std::ifstream file(DevicePath(path));
-    if (!file.is_open()) {
-        STC_LOGD("%s: Failed to open gamma config file: %s\n", kGammaReader, path.c_str());
-        return false;
+    if (lines) {
+        lines->clear();
     }
-    std::string line;
-    for (int line_no = 1; std::getline(file, line); ++line_no) {
-        if (line.empty() || line[0] == '#') {
-            continue;
-        }
-        int value;
-        if (ParseGammaCode(line, &value)) {
-            gamma_values.push_back(value);
-        } else {
-            STC_LOGD("%s: Warning: Invalid data at line %d: %s\n", kGammaReader, line_no,
-                     line.c_str());
-        }
+    GammaCodes codes(gamma_values, lines);
+    switch (ReadGammaFile(path, codes)) {
+        case GammaFileResult::kUnopened:
+            STC_LOGD("%s: Failed to open gamma config file: %s\n", kGammaReader, path.c_str());
+            return false;
+        case GammaFileResult::kReadError:
+            STC_LOGD("%s: Error occurred while reading file: %s\n", kGammaReader, path.c_str());
+            return false;
+        case GammaFileResult::kRead:
+            break;
     }
-    if (file.bad()) {
-        STC_LOGD("%s: Error occurred while reading file: %s\n", kGammaReader, path.c_str());
-        return false;
-    }
-    file.close();
     if (gamma_values.empty()) {
         STC_LOGD("%s: No valid data found in gamma config file: %s\n", kGammaReader, path.c_str());
         return false;
@@ -63,6 +58,10 @@ bool readGammaConfigFromFile(std::vector<int> &gamma_values, const std::string &
     STC_LOGD("%s: Successfully loaded %zu values from gamma config file: %s\n", kGammaReader,
              gamma_values.size(), path.c_str());
     return true;
+}
+
+bool readGammaConfigFromFile(std::vector<int> &gamma_values, const std::string &path) {
+    return ReadGammaCodes(path, gamma_values, nullptr);
 }
 
 }  // namespace snapdragoncolor

@@ -21,6 +21,9 @@ extern std::vector<int> gamma_srgb;
 extern std::mutex gamma_srgb_mutex;
 
 bool readGammaConfigFromFile(std::vector<int> &gamma_values, const std::string &path);
+// As readGammaConfigFromFile, also giving the line (from 1) each code came from.
+bool ReadGammaCodes(const std::string &path, std::vector<int> &gamma_values,
+                    std::vector<int> *lines);
 
 bool stcZuvaGlimraInit(std::vector<int> &boost_curve, std::vector<int> &base_curve,
                        const std::string &panel_name, bool isLinearGamma);

@@ -13,11 +13,8 @@ constexpr const char *kGlimraApply = "ApplyZuvaGlimra";
 // Writes the curve, as unsigned codes, into one channel of `length` entries.
 void FillChannel(std::vector<uint32_t> &channel, const std::vector<int> &curve, size_t length) {
     channel.resize(length);
-    // Init sizes the curves to the panel's length; a shorter one is never read past its end.
-    const size_t copied = std::min(length, curve.size());
-    std::transform(curve.begin(), curve.begin() + static_cast<std::ptrdiff_t>(copied),
+    std::transform(curve.begin(), curve.begin() + static_cast<std::ptrdiff_t>(length),
                    channel.begin(), [](int code) { return static_cast<uint32_t>(code); });
-    std::fill(channel.begin() + static_cast<std::ptrdiff_t>(copied), channel.end(), 0u);
 }
 
 }  // namespace
@@ -35,6 +32,13 @@ int ApplyZuvaGlimra(ModeRenderInputParams *, HwConfigOutputParams *output, std::
         return 0;
     }
     const size_t length = isLinearGamma ? kLinearCurveLength : kNonLinearCurveLength;
+    // A curve Init never built (a panel it refused, say) must not reach the hardware: the block
+    // stays as the host proposed it and the enhancement stays off.
+    if (curve.size() < length) {
+        STC_LOGW("%s: zgl: curve holds %zu entries, gamma block needs %zu, left as proposed\n",
+                 kGlimraApply, curve.size(), length);
+        return 0;
+    }
     FillChannel(gamma->r, curve, length);
     FillChannel(gamma->g, curve, length);
     FillChannel(gamma->b, curve, length);

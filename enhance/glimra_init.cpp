@@ -1,4 +1,3 @@
-#include <algorithm>
 #include <cmath>
 #include <cstdio>
 #include <cstring>
@@ -65,16 +64,31 @@ std::string GammaFileName(const std::string &panel_name) {
     return name;
 }
 
-// Codes outside the 10-bit range would give the gamma block values above 1023 or, for negative
-// codes, a non-number from powf; both curves take the code clamped.
-int ClampCode(int code) {
-    return std::clamp(code, 0, kMaxCode);
+// A code outside the 10-bit range would program the gamma block with values above 1023 or, for
+// a negative code, with what powf makes of a non-number, and codes that are all 0 turn the panel
+// black: such a file is unusable, like a short one.
+bool CodesUsable(const std::vector<int> &codes, const std::vector<int> &lines) {
+    bool all_zero = true;
+    for (size_t i = 0; i < kNonLinearCurveLength; ++i) {
+        if (codes[i] < 0 || codes[i] > kMaxCode) {
+            STC_LOGW("%s: gamma code %d at line %d is outside 0..%d, ignore it\n", kGlimraInit,
+                     codes[i], lines[i], kMaxCode);
+            return false;
+        }
+        all_zero = all_zero && codes[i] == 0;
+    }
+    if (all_zero) {
+        STC_LOGW("%s: the first %zu gamma codes are all 0, ignore them\n", kGlimraInit,
+                 kNonLinearCurveLength);
+    }
+    return !all_zero;
 }
 
 bool BuildNonLinearCurves(std::vector<int> &boost_curve, std::vector<int> &base_curve,
                           const std::string &panel_name) {
     std::lock_guard<std::mutex> lock(gamma_srgb_mutex);
-    if (!readGammaConfigFromFile(gamma_srgb, GammaFileName(panel_name))) {
+    std::vector<int> lines;
+    if (!ReadGammaCodes(GammaFileName(panel_name), gamma_srgb, &lines)) {
         STC_LOGD("%s: Using default gamma values\n", kGlimraInit);
         return false;
     }
@@ -83,11 +97,13 @@ bool BuildNonLinearCurves(std::vector<int> &boost_curve, std::vector<int> &base_
         STC_LOGD("%s: gamma_srgb size is not enough, ignore it\n", kGlimraInit);
         return false;
     }
+    if (!CodesUsable(gamma_srgb, lines)) {
+        return false;
+    }
     for (size_t i = 0; i < kNonLinearCurveLength; ++i) {
-        const int code = ClampCode(gamma_srgb[i]);
-        const float g = static_cast<float>(code);
+        const float g = static_cast<float>(gamma_srgb[i]);
         boost_curve[i] = static_cast<int>(std::pow(g / 1023.0f, 0.7f) * 1023.0f + 0.5f);
-        base_curve[i] = code;
+        base_curve[i] = gamma_srgb[i];
     }
     return true;
 }

@@ -7,7 +7,9 @@
 #include <cerrno>
 #include <cstring>
 #include <memory>
+#include <mutex>
 
+#include "platform/device_file.h"
 #include "platform/device_path.h"
 #include "platform/stc_log.h"
 
@@ -191,7 +193,12 @@ int StcXmlParse(stcXmlresult *result, const std::string &panel_name) {
                  std::strerror(err));
         return -17;
     }
-    XmlDoc doc(xmlParseFile(path.c_str()));
+    // The parser is set up once for the library, so that displays whose Init calls overlap do not
+    // race in libxml2's lazy global set-up.
+    static std::once_flag parser_ready;
+    std::call_once(parser_ready, xmlInitParser);
+    // A profile that is not a regular file (a FIFO would block the parse) cannot be parsed.
+    XmlDoc doc(IsRegularDeviceFile(kProfilePath) ? xmlParseFile(path.c_str()) : nullptr);
     if (!doc) {
         STC_LOGE("%s: parse config file failed: %s\n", kFunc, kProfilePath);
         return -9;
