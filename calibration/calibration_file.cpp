@@ -65,6 +65,12 @@ class LineSplitter {
     }
 
     bool saw_line_feed() const { return saw_line_feed_; }
+    // Reports bytes after the last line feed.
+    void Finish() {
+        if (length_ > 0) {
+            events_.OnUnterminatedLine(number_ + 1, length_);
+        }
+    }
 
   private:
     CalibrationFileEvents &events_;
@@ -144,6 +150,7 @@ CalibrationReadResult ReadCalibrationFile(const char *path, CalibrationFileEvent
         events.OnNoLine();
         return CalibrationReadResult::kStopped;
     }
+    splitter.Finish();
     return CalibrationReadResult::kAllLines;
 }
 

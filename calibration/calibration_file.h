@@ -35,6 +35,12 @@ class CalibrationFileEvents {
     virtual void OnTooLongLine(size_t number) { (void)number; }
     // Line `number` (from 1), without its line feed, NUL-terminated.
     virtual void OnLine(const char *line, size_t number) = 0;
+    // After the last line feed the file holds `bytes` more, which are not a line; `number` is
+    // the line they would have been.
+    virtual void OnUnterminatedLine(size_t number, size_t bytes) {
+        (void)number;
+        (void)bytes;
+    }
 
   protected:
     ~CalibrationFileEvents() = default;

@@ -42,6 +42,14 @@ std::string Attribute(xmlNode *node, const char *name) {
     return TakeString(xmlGetProp(node, reinterpret_cast<const xmlChar *>(name)));
 }
 
+// The line of the element being read, for the checker that reports the parser's messages
+// against the profile's lines.
+thread_local long g_current_line = 0;
+
+void Visit(const xmlNode *node) {
+    g_current_line = xmlGetLineNo(node);
+}
+
 bool NameIs(const xmlNode *node, const char *name) {
     return xmlStrcmp(node->name, reinterpret_cast<const xmlChar *>(name)) == 0;
 }
@@ -106,6 +114,7 @@ void ParseSection(const Section &section, xmlNode *config, stcXmlresult *result)
             if (!NameIs(child, rule.element)) {
                 continue;
             }
+            Visit(child);
             std::string text = Content(child);
             if (text.empty()) {
                 STC_LOGE(rule.empty_error, kFunc);
@@ -119,6 +128,7 @@ void ParseSection(const Section &section, xmlNode *config, stcXmlresult *result)
 }
 
 void ParseConfig(xmlNode *config, stcXmlresult *result) {
+    Visit(config);
     std::string id = Attribute(config, "id");
     if (id.empty()) {
         STC_LOGE("%s: no id present\n", kFunc);
@@ -134,6 +144,7 @@ void ParseConfig(xmlNode *config, stcXmlresult *result) {
 }
 
 void ParsePanelType(xmlNode *node, const std::string &panel_name, stcXmlresult *result) {
+    Visit(node);
     std::string text = Content(node);
     if (text.empty()) {
         STC_LOGE("%s: panel type is empty for panel %s\n", kFunc, panel_name.c_str());
@@ -149,6 +160,7 @@ void ParsePanelType(xmlNode *node, const std::string &panel_name, stcXmlresult *
 }
 
 void ParsePanelPath(xmlNode *node, const std::string &panel_name, stcXmlresult *result) {
+    Visit(node);
     std::string text = Content(node);
     if (text.empty()) {
         STC_LOGE("%s: name path is empty for init panel %s\n", kFunc, panel_name.c_str());
@@ -159,6 +171,7 @@ void ParsePanelPath(xmlNode *node, const std::string &panel_name, stcXmlresult *
 }
 
 void ParsePanel(xmlNode *panel, const std::string &panel_name, stcXmlresult *result) {
+    Visit(panel);
     std::string name = Attribute(panel, "name");
     if (name.empty()) {
         STC_LOGE("%s: no panel name present\n", kFunc);
@@ -182,38 +195,18 @@ void ParsePanel(xmlNode *panel, const std::string &panel_name, stcXmlresult *res
     }
 }
 
-}  // namespace
-
-int StcXmlParse(stcXmlresult *result, const std::string &panel_name) {
-    const std::string path = DevicePath(kProfilePath);
-    int exists = access(path.c_str(), F_OK);
-    if (exists != 0) {
-        int err = errno;
-        STC_LOGD("%s: %s not exist, %d, errno=%d, %s\n", kFunc, kProfilePath, exists, err,
-                 std::strerror(err));
-        return -17;
-    }
-    // The parser is set up once for the library, so that displays whose Init calls overlap do not
-    // race in libxml2's lazy global set-up.
-    static std::once_flag parser_ready;
-    std::call_once(parser_ready, xmlInitParser);
-    // A profile that is not a regular file (a FIFO would block the parse) cannot be parsed.
-    XmlDoc doc(IsRegularDeviceFile(kProfilePath) ? xmlParseFile(path.c_str()) : nullptr);
-    if (!doc) {
-        STC_LOGE("%s: parse config file failed: %s\n", kFunc, kProfilePath);
-        return -9;
-    }
-    xmlNode *root = xmlDocGetRootElement(doc.get());
+// The document's root and its sections, once the file has been parsed.
+int ParseRoot(xmlNode *root, const std::string &panel_name, stcXmlresult *result) {
     if (!root) {
         STC_LOGE("%s: config file is empty\n", kFunc);
         return -9;
     }
+    Visit(root);
     if (!NameIs(root, "ZuvaStcConfigs")) {
         STC_LOGE("%s: unexpected root node: %s\n", kFunc,
                  reinterpret_cast<const char *>(root->name));
         return -9;
     }
-
     result->prim_name_path.clear();
     result->cli_name_path.clear();
     result->init_name_path.clear();
@@ -228,6 +221,40 @@ int StcXmlParse(stcXmlresult *result, const std::string &panel_name) {
         }
     }
     return 0;
+}
+
+}  // namespace
+
+int StcXmlParse(stcXmlresult *result, const std::string &panel_name) {
+    return StcXmlParseAt(result, panel_name, kProfilePath);
+}
+
+int StcXmlParseAt(stcXmlresult *result, const std::string &panel_name, const char *profile) {
+    const std::string path = DevicePath(profile);
+    int exists = access(path.c_str(), F_OK);
+    if (exists != 0) {
+        int err = errno;
+        STC_LOGD("%s: %s not exist, %d, errno=%d, %s\n", kFunc, profile, exists, err,
+                 std::strerror(err));
+        return -17;
+    }
+    // The parser is set up once for the library, so that displays whose Init calls overlap do not
+    // race in libxml2's lazy global set-up.
+    static std::once_flag parser_ready;
+    std::call_once(parser_ready, xmlInitParser);
+    // A profile that is not a regular file (a FIFO would block the parse) cannot be parsed.
+    XmlDoc doc(IsRegularDeviceFile(profile) ? xmlParseFile(path.c_str()) : nullptr);
+    if (!doc) {
+        STC_LOGE("%s: parse config file failed: %s\n", kFunc, profile);
+        return -9;
+    }
+    const int parsed = ParseRoot(xmlDocGetRootElement(doc.get()), panel_name, result);
+    g_current_line = 0;
+    return parsed;
+}
+
+long StcXmlParseLine() {
+    return g_current_line;
 }
 
 }  // namespace snapdragoncolor

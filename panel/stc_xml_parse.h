@@ -28,6 +28,11 @@ inline bool StartsWith(const std::string &text, const std::string &prefix) {
 
 // Reads the profile into `result`. 0: read; -17: no profile; -9: unparsable or wrong root.
 int StcXmlParse(stcXmlresult *result, const std::string &panel_name);
+// The same for a profile at another device path (the calibration checker's use).
+int StcXmlParseAt(stcXmlresult *result, const std::string &panel_name, const char *profile);
+// While the parser logs a message about an element, the line of that element in the profile
+// (0 at other times): the checker reports the parser's messages against the profile's lines.
+long StcXmlParseLine();
 
 }  // namespace snapdragoncolor
 

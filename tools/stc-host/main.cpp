@@ -1,5 +1,4 @@
 // stc-host: runs the colour plug-in on a workstation the way the phone's colour framework does.
-#include <dlfcn.h>
 #include <sys/stat.h>
 
 #include <cstdio>
@@ -10,6 +9,7 @@
 #include <android/log.h>
 #include <CLI/CLI.hpp>
 
+#include "tools/stc-host/log_sink.h"
 #include "tools/stc-host/reporter.h"
 #include "tools/stc-host/runner.h"
 #include "tools/stc-host/session.h"
@@ -21,14 +21,6 @@ using namespace stc_host;
 constexpr int kExitUsageError = 1;
 constexpr int kExitSessionError = 2;
 constexpr int kExitEnvironmentError = 3;
-
-Reporter *g_reporter = nullptr;
-
-void ForwardLogLine(const struct __android_logger_data *data, const char *message) {
-    if (g_reporter) {
-        g_reporter->Log(data->priority, data->tag ? data->tag : "", message ? message : "");
-    }
-}
 
 int Fail(int code, const std::string &message) {
     std::fprintf(stderr, "stc-host: error: %s\n", message.c_str());
@@ -109,22 +101,15 @@ int main(int argc, char **argv) {
     setenv("STC_DEVICE_ROOT", options.device.c_str(), 1);
 
     std::unique_ptr<Reporter> reporter = MakeReporter(options);
-    g_reporter = reporter.get();
-    __android_log_set_minimum_priority(ANDROID_LOG_VERBOSE);
-    __android_log_set_logger(ForwardLogLine);
-
-    // The phone's libqdutils.so is opened by the plug-in by its bare name; loading the stand-in
-    // first makes that name resolve to it without touching the plug-in's own search.
-    if (!options.no_qdutils && !dlopen(options.qdutils.c_str(), RTLD_NOW | RTLD_GLOBAL)) {
-        return Fail(kExitEnvironmentError, "cannot load " + options.qdutils + ": " + dlerror());
-    }
+    ScopedLogSink sink(
+        [&reporter](int priority, const std::string &tag, const std::string &message) {
+            reporter->Log(priority, tag, message);
+        });
     Runner runner(options, session, *reporter);
     std::string error;
     if (!runner.Load(&error)) {
         return Fail(kExitEnvironmentError, error);
     }
     runner.Run();
-    g_reporter = nullptr;
-    __android_log_set_logger(__android_log_stderr_logger);
     return 0;
 }

@@ -12,7 +12,6 @@ namespace stc_host {
 namespace {
 
 using namespace snapdragoncolor;
-using EntryPoint = ScPostBlendInterface *(*)(int, int);
 
 template <typename T>
 ScPayload PayloadOf(T *record, uint32_t len, ScProperty prop = kInvalid) {
@@ -92,22 +91,11 @@ Runner::~Runner() {
 }
 
 bool Runner::Load(std::string *error) {
-    library_ = dlopen(options_.library.c_str(), RTLD_NOW | RTLD_LOCAL);
-    if (!library_) {
-        *error = "cannot load plug-in " + options_.library + ": " + dlerror();
+    if (!library_.Load(options_.library, options_.no_qdutils ? "" : options_.qdutils, error)) {
         return false;
     }
-    auto entry = reinterpret_cast<EntryPoint>(dlsym(library_, "GetScPostBlendInterface"));
-    if (!entry) {
-        *error = options_.library + " has no GetScPostBlendInterface entry point";
-        return false;
-    }
-    plugin_.reset(entry(2, 0));
-    if (!plugin_) {
-        *error = options_.library + " refused interface version 2.0";
-        return false;
-    }
-    return true;
+    plugin_ = library_.Create(error);
+    return plugin_ != nullptr;
 }
 
 void Runner::Run() {

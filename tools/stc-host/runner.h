@@ -7,6 +7,7 @@
 
 #include "sc_post_blend_interface.h"
 #include "tools/stc-host/options.h"
+#include "tools/stc-host/plugin_library.h"
 #include "tools/stc-host/reporter.h"
 #include "tools/stc-host/session.h"
 
@@ -30,7 +31,7 @@ class Runner {
     const Options &options_;
     const Session &session_;
     Reporter &reporter_;
-    void *library_ = nullptr;
+    PluginLibrary library_;
     std::unique_ptr<snapdragoncolor::ScPostBlendInterface> plugin_;
 };
 
