@@ -7,7 +7,7 @@ PACKAGES=(
   clang libc++-dev libc++abi-dev lld cmake ninja-build pkg-config
   libxml2-dev android-liblog-dev android-libutils-dev
   libgtest-dev googletest catch2
-  nlohmann-json3-dev libcli11-dev
+  nlohmann-json3-dev libcli11-dev libfmt-dev
   python3
 )
 

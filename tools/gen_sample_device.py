@@ -12,9 +12,9 @@ Usage: tools/gen_sample_device.py [OUTPUT_DIR]   (default: examples/sample-devic
 The output is deterministic, so regenerating it leaves the committed files unchanged.
 """
 
+import argparse
 import math
 import os
-import sys
 
 PRIMARY = "zuva_a1_video"
 CLI = "zuva_c2_cmd_363"
@@ -109,7 +109,13 @@ def write(root, device_path, text):
 
 def main():
     here = os.path.dirname(os.path.abspath(__file__))
-    root = sys.argv[1] if len(sys.argv) > 1 else os.path.join(here, "..", "examples", "sample-device")
+    parser = argparse.ArgumentParser(
+        description="Writes the sample device tree (profile, panel-name nodes, unit and golden "
+                    "calibration files, a gamma code file); the output is the same on every run.")
+    parser.add_argument("root", nargs="?",
+                        default=os.path.join(here, "..", "examples", "sample-device"),
+                        help="directory to write the tree into (default: examples/sample-device)")
+    root = parser.parse_args().root
     persist = "/mnt/vendor/persist/display/"
     vendor = "/vendor/etc/display/"
 

@@ -11,7 +11,8 @@ struct Options {
     std::string device;
     std::string panel;
     std::string qdutils;
-    std::string log_level = "D";
+    std::string log_level = "W";
+    std::string dump_dir;
     bool no_qdutils = false;
     bool json = false;
 };

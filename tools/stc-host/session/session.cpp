@@ -1,4 +1,4 @@
-#include "tools/stc-host/session.h"
+#include "tools/stc-host/session/session.h"
 
 #include <cerrno>
 #include <cstdlib>
@@ -8,16 +8,28 @@
 #include <map>
 #include <set>
 
-#include <nlohmann/json.hpp>
+#include <sys/stat.h>
+
+#include <iostream>
 
 #include "picture/scene_items.h"
+#include "tools/stc-host/records/record_json.h"
 
 namespace stc_host {
 
 namespace {
 
-using json = nlohmann::json;
+using json = Json;
 using namespace snapdragoncolor;
+
+template <typename Names>
+std::string ListOf(const Names &names) {
+    std::string text;
+    for (const auto &name : names) {
+        text += (text.empty() ? "" : ", ") + std::string(name);
+    }
+    return text;
+}
 
 // A JSON value with the path that leads to it, so every complaint can name its place.
 class Node {
@@ -40,7 +52,7 @@ class Node {
         for (const auto &item : value_.items()) {
             if (!allowed.count(item.key())) {
                 Node(item.value(), path_ + "." + item.key())
-                    .Fail("unknown key \"" + item.key() + "\"");
+                    .Fail("unknown key \"" + item.key() + "\"; valid keys: " + ListOf(allowed));
             }
         }
     }
@@ -100,20 +112,13 @@ class Node {
     std::string path_;
 };
 
-struct KnownBlock {
-    const std::string *name;
-    BlockContent content;
-};
-
-const KnownBlock kKnownBlocks[] = {
-    {&kPbPCC, BlockContent::kPcc},        {&kPbGamut, BlockContent::kGamut},
-    {&kPbGC, BlockContent::kGamma},       {&kPbPa, BlockContent::kPa},
-    {&kPbDE, BlockContent::kDe},          {&kPbIGC, BlockContent::kIgc},
-    {&kPbDither, BlockContent::kDither},  {&kPbCWBDither, BlockContent::kEmpty},
-    {&kPbHdrBlob, BlockContent::kEmpty},  {&kHwCapIgcDither, BlockContent::kEmpty},
-    {&kPbPaDither, BlockContent::kEmpty}, {&kPbMixerGc, BlockContent::kEmpty},
-    {&kPbGameBlob, BlockContent::kEmpty},
-};
+std::string ItemNames() {
+    std::vector<std::string> names;
+    for (const SceneItemName &item : kSceneItemNames) {
+        names.push_back(item.name);
+    }
+    return ListOf(names);
+}
 
 struct LevelField {
     const char *name;
@@ -200,7 +205,8 @@ BlockProposal ParseBlock(const Node &node) {
     block.name = node.Key("block").String();
     std::optional<BlockContent> content = BlockContentOf(block.name);
     if (!content) {
-        node.Key("block").Fail("unknown block name \"" + block.name + "\"");
+        node.Key("block").Fail("unknown block name \"" + block.name +
+                               "\"; valid blocks: " + ListOf(KnownBlockNames()));
     }
     if (node.Has("enabled"))
         block.enabled = node.Key("enabled").Bool();
@@ -261,7 +267,8 @@ void ParseZuvaColor(const Node &node, Call &call) {
         std::string text = item.String();
         auto bits = ParseItem(text);
         if (!bits) {
-            item.Fail("unknown item name \"" + text + "\"");
+            item.Fail("unknown item name \"" + text + "\"; valid items: " + ItemNames() +
+                      ", or a number such as \"0x4000000\"");
         }
         call.scene_id |= *bits;
     }
@@ -361,6 +368,80 @@ const std::map<std::string, CallParser> &CallParsers() {
     return parsers;
 }
 
+// Flattens {"red": {"r": 1}} into ("red.r", 1); arrays and numbers are values.
+void FlattenFields(const Node &node, const std::string &prefix,
+                   std::vector<std::pair<std::string, Node>> *fields) {
+    for (const auto &item : node.value().items()) {
+        const std::string field = prefix.empty() ? item.key() : prefix + "." + item.key();
+        Node value(item.value(), node.path() + "." + item.key());
+        if (item.value().is_object()) {
+            FlattenFields(value, field, fields);
+        } else {
+            fields->emplace_back(field, value);
+        }
+    }
+}
+
+std::vector<std::string> FieldNames(const Json &record, const std::string &prefix = "") {
+    std::vector<std::string> names;
+    for (const auto &item : record.items()) {
+        const std::string name = prefix.empty() ? item.key() : prefix + "." + item.key();
+        if (item.value().is_object()) {
+            const auto inner = FieldNames(item.value(), name);
+            names.insert(names.end(), inner.begin(), inner.end());
+        } else {
+            names.push_back(item.value().is_array() ? name + "[i]" : name);
+        }
+    }
+    return names;
+}
+
+Expectation ParseExpectation(const Node &node, const Call &call) {
+    const bool operation = call.kind == CallKind::kRenderIntent || call.kind == CallKind::kSwAssets;
+    std::set<std::string> keys = {"result", "log"};
+    if (operation) {
+        keys.insert("blocks");
+    }
+    node.ExpectObject(keys);
+    Expectation expect;
+    if (node.Has("result")) {
+        expect.result = static_cast<int>(node.Key("result").Integer(INT32_MIN, INT32_MAX));
+    }
+    if (node.Has("log")) {
+        for (const Node &text : node.Key("log").Elements()) {
+            expect.log.push_back(text.String());
+        }
+    }
+    if (node.Has("blocks")) {
+        Node blocks = node.Key("blocks");
+        if (!blocks.value().is_object()) {
+            blocks.Fail("expected an object of block names");
+        }
+        for (const auto &item : blocks.value().items()) {
+            Node block(item.value(), blocks.path() + "." + item.key());
+            const Json blank = BlankRecordJson(item.key());
+            if (blank.is_null()) {
+                block.Fail("no record of block \"" + item.key() + "\" to expect; blocks with " +
+                           "records: PostBlendPCC, PostBlendGamut, PostBlendGC, PostBlendPa, " +
+                           "PostBlendDE, PostBlendIGC, PostBlendDither");
+            }
+            if (!item.value().is_object()) {
+                block.Fail("expected an object of fields");
+            }
+            std::vector<std::pair<std::string, Node>> fields;
+            FlattenFields(block, "", &fields);
+            for (const auto &[field, value] : fields) {
+                if (!FieldAt(blank, field.substr(0, field.find('[')))) {
+                    value.Fail("unknown field \"" + field + "\" of " + item.key() +
+                               "; valid fields: " + ListOf(FieldNames(blank)));
+                }
+                expect.blocks.push_back({item.key(), field, value.value()});
+            }
+        }
+    }
+    return expect;
+}
+
 Call ParseCall(const Node &node) {
     if (!node.value().is_object() || !node.Has("call")) {
         node.Fail("expected an object with a \"call\"");
@@ -368,27 +449,28 @@ Call ParseCall(const Node &node) {
     std::string name = node.Key("call").String();
     auto it = CallParsers().find(name);
     if (it == CallParsers().end()) {
-        node.Key("call").Fail("unknown call \"" + name + "\"");
+        std::vector<std::string> calls;
+        for (const auto &parser : CallParsers()) {
+            calls.push_back(parser.first);
+        }
+        node.Key("call").Fail("unknown call \"" + name + "\"; valid calls: " + ListOf(calls));
     }
     Call call;
     call.kind = it->second.kind;
     call.property = it->second.property;
     call.json_path = node.path();
     call.label = name;
-    it->second.parse(node, call);
+    // The expectation is every call's own; the call's parser sees the object without it.
+    Json without = node.value();
+    without.erase("expect");
+    it->second.parse(Node(without, node.path()), call);
+    if (node.Has("expect")) {
+        call.expect = ParseExpectation(node.Key("expect"), call);
+    }
     return call;
 }
 
 }  // namespace
-
-std::optional<BlockContent> BlockContentOf(const std::string &block) {
-    for (const KnownBlock &known : kKnownBlocks) {
-        if (*known.name == block) {
-            return known.content;
-        }
-    }
-    return std::nullopt;
-}
 
 std::optional<uint32_t> ParseItem(const std::string &item) {
     for (const SceneItemName &named : kSceneItemNames) {
@@ -408,17 +490,49 @@ std::optional<uint32_t> ParseItem(const std::string &item) {
     return static_cast<uint32_t>(word);
 }
 
+const Json *FieldAt(const Json &record, const std::string &field) {
+    const Json *at = &record;
+    size_t pos = 0;
+    while (pos < field.size()) {
+        if (field[pos] == '[') {
+            const size_t close = field.find(']', pos);
+            if (close == std::string::npos || !at->is_array()) {
+                return nullptr;
+            }
+            const size_t index = std::strtoul(field.c_str() + pos + 1, nullptr, 10);
+            if (index >= at->size()) {
+                return nullptr;
+            }
+            at = &(*at)[index];
+            pos = close + 1;
+            continue;
+        }
+        pos += field[pos] == '.';
+        const size_t end = field.find_first_of(".[", pos);
+        const std::string key = field.substr(pos, end - pos);
+        if (!at->is_object() || !at->contains(key)) {
+            return nullptr;
+        }
+        at = &(*at)[key];
+        pos = end == std::string::npos ? field.size() : end;
+    }
+    return at;
+}
+
 Session LoadSession(const std::string &path) {
-    std::ifstream in(path);
-    if (!in) {
-        throw std::runtime_error(std::string("cannot open session file: ") + std::strerror(errno));
+    struct stat info;
+    if (path != "-" && stat(path.c_str(), &info) == 0 && S_ISDIR(info.st_mode)) {
+        throw std::runtime_error("is a directory, not a session file");
     }
-    json document;
-    try {
-        document = json::parse(in);
-    } catch (const json::parse_error &e) {
-        throw SessionError("$", std::string("malformed JSON: ") + e.what());
+    std::ifstream file;
+    if (path != "-") {
+        file.open(path);
+        if (!file) {
+            throw std::runtime_error(std::string("cannot open session file: ") +
+                                     std::strerror(errno));
+        }
     }
+    json document = ParseStrictJson(path == "-" ? std::cin : file);
     Node root(document, "$");
     root.ExpectObject({"panel", "calls", "description"});
     Session session;

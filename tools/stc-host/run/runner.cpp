@@ -1,11 +1,12 @@
-#include "tools/stc-host/runner.h"
+#include "tools/stc-host/run/runner.h"
 
 #include <dlfcn.h>
 
-#include <cstdio>
+#include <fmt/format.h>
 
 #include "picture/scene_items.h"
-#include "tools/stc-host/host_blocks.h"
+#include "tools/stc-host/records/host_blocks.h"
+#include "tools/stc-host/run/dump.h"
 
 namespace stc_host {
 
@@ -33,50 +34,35 @@ std::string ItemNames(uint32_t scene_id) {
 }
 
 std::string Describe(const Call &call) {
-    char text[256] = "";
     switch (call.kind) {
-        case CallKind::kZuvaColor: {
-            std::snprintf(text, sizeof(text), "scene=0x%x (%s) value=%u%s", call.scene_id,
-                          ItemNames(call.scene_id).c_str(), call.value,
-                          call.levels ? " with levels" : "");
-            break;
-        }
+        case CallKind::kZuvaColor:
+            return fmt::format("scene=0x{:x} ({}) value={}{}", call.scene_id,
+                               ItemNames(call.scene_id), call.value,
+                               call.levels ? " with levels" : "");
         case CallKind::kColorTransform:
-            std::snprintf(text, sizeof(text), "rows [%g %g %g] [%g %g %g] [%g %g %g]",
-                          call.matrix[0], call.matrix[1], call.matrix[2], call.matrix[4],
-                          call.matrix[5], call.matrix[6], call.matrix[8], call.matrix[9],
-                          call.matrix[10]);
-            break;
+            return fmt::format("rows [{} {} {}] [{} {} {}] [{} {} {}]", call.matrix[0],
+                               call.matrix[1], call.matrix[2], call.matrix[4], call.matrix[5],
+                               call.matrix[6], call.matrix[8], call.matrix[9], call.matrix[10]);
         case CallKind::kDimming:
-            std::snprintf(text, sizeof(text), "factor %g", call.factor);
-            break;
+            return fmt::format("factor {}", call.factor);
         case CallKind::kHwCaps:
-            std::snprintf(text, sizeof(text), "entries %d width %u", call.caps_entries,
-                          call.caps_width);
-            break;
+            return fmt::format("entries {} width {}", call.caps_entries, call.caps_width);
         case CallKind::kRenderIntent:
         case CallKind::kSwAssets:
-            if (call.has_input) {
-                std::snprintf(text, sizeof(text), "mode gamut=%u gamma=%u intent=%u id=%u",
-                              call.mode.gamut, call.mode.gamma, call.mode.intent, call.mode_id);
-            } else {
-                std::snprintf(text, sizeof(text), "no input");
-            }
-            break;
+            return call.has_input
+                       ? fmt::format("mode gamut={} gamma={} intent={} id={}", call.mode.gamut,
+                                     call.mode.gamma, call.mode.intent, call.mode_id)
+                       : "no input";
         default:
-            break;
+            return "";
     }
-    return text;
 }
 
 std::string ModeListText(const ColorModeList &modes) {
     std::string text;
     for (const ColorMode &mode : modes.list) {
-        char line[160];
-        std::snprintf(line, sizeof(line), "%s%s(gamut=%u gamma=%u intent=0x%x)",
-                      text.empty() ? "" : " ", mode.name.c_str(), mode.gamut, mode.gamma,
-                      mode.intent);
-        text += line;
+        text += fmt::format("{}{}(gamut={} gamma={} intent=0x{:x})", text.empty() ? "" : " ",
+                            mode.name, mode.gamut, mode.gamma, mode.intent);
     }
     return text.empty() ? "(no modes)" : text;
 }
@@ -98,10 +84,31 @@ bool Runner::Load(std::string *error) {
     return plugin_ != nullptr;
 }
 
-void Runner::Run() {
-    for (size_t i = 0; i < session_.calls.size(); ++i) {
-        RunCall(i, session_.calls[i]);
+size_t Runner::Run(std::optional<size_t> last, std::string *error) {
+    size_t failed = 0;
+    for (size_t i = 0; i < session_.calls.size() && (!last || i <= *last); ++i) {
+        const Call &call = session_.calls[i];
+        current_ = i;
+        call_log_.clear();
+        const CallOutcome outcome = RunCall(i, call);
+        current_.reset();
+        for (const FailedExpectation &f : CheckExpectation(i, call.expect, outcome)) {
+            reporter_.Failed(f);
+            ++failed;
+        }
+        if (!dump_error_.empty()) {
+            *error = dump_error_;
+            break;
+        }
     }
+    return failed;
+}
+
+void Runner::OnLog(int priority, const std::string &tag, const std::string &message) {
+    if (current_) {
+        call_log_.push_back(message);
+    }
+    reporter_.Log(current_, priority, tag, message);
 }
 
 std::string Runner::PanelFor(const Call &call) const {
@@ -114,27 +121,28 @@ std::string Runner::PanelFor(const Call &call) const {
     return kDefaultPanel;
 }
 
-void Runner::RunCall(size_t index, const Call &call) {
+CallOutcome Runner::RunCall(size_t index, const Call &call) {
     std::string what = call.kind == CallKind::kInit ? "panel " + PanelFor(call) : Describe(call);
     reporter_.Begin(index, call, what);
+    if (call.kind == CallKind::kRenderIntent || call.kind == CallKind::kSwAssets) {
+        return Operation(index, call);
+    }
     std::string answer;
-    int result = 0;
+    CallOutcome outcome;
     switch (call.kind) {
         case CallKind::kInit:
-            result = plugin_->Init(PanelFor(call));
+            outcome.result = plugin_->Init(PanelFor(call));
             break;
         case CallKind::kDeInit:
-            result = plugin_->DeInit();
+            outcome.result = plugin_->DeInit();
             break;
-        case CallKind::kRenderIntent:
-        case CallKind::kSwAssets:
-            Operation(index, call);
-            return;
         default:
-            result = Property(call, &answer);
+            outcome.result = Property(call, &answer);
             break;
     }
-    reporter_.End(index, call, result, answer);
+    outcome.log = call_log_;
+    reporter_.End(index, call, outcome.result, answer);
+    return outcome;
 }
 
 int Runner::Property(const Call &call, std::string *answer) {
@@ -183,26 +191,34 @@ int Runner::Property(const Call &call, std::string *answer) {
     }
 }
 
-int Runner::Operation(size_t index, const Call &call) {
+CallOutcome Runner::Operation(size_t index, const Call &call) {
     auto input = std::make_unique<ModeRenderInputParams>();
     input->color_mode = call.mode;
     input->id = call.mode_id;
     input->meta = call.meta;
-    HwConfigOutputParams output;
+    auto output = std::make_unique<HwConfigOutputParams>();
     for (const BlockProposal &block : call.blocks) {
-        output.payload.push_back(MakeEntry(block));
+        output->payload.push_back(MakeEntry(block));
     }
-    std::vector<EntryView> proposal = stc_host::Describe(output);
+    const std::vector<EntrySnapshot> proposal = Snapshot(*output);
 
     ScPayload in = call.has_input ? PayloadOf(input.get(), sizeof(*input)) : ScPayload{};
-    ScPayload out = call.has_output ? PayloadOf(&output, sizeof(output)) : ScPayload{};
+    ScPayload out = call.has_output ? PayloadOf(output.get(), sizeof(*output)) : ScPayload{};
     ScOps op = call.kind == CallKind::kRenderIntent ? kScModeRenderIntent : kScModeSwAssets;
-    int result = plugin_->ProcessOps(op, in, &out);
-    reporter_.End(index, call, result, "");
+    CallOutcome outcome;
+    outcome.result = plugin_->ProcessOps(op, in, &out);
+    outcome.log = call_log_;
+    reporter_.End(index, call, outcome.result, "");
     if (call.has_output) {
-        reporter_.Summary(index, Compare(proposal, stc_host::Describe(output)));
+        outcome.output = Snapshot(*output);
+        const std::vector<EntryChange> changes = CompareOutputs(proposal, outcome.output);
+        reporter_.Summary(index, changes);
+        if (!options_.dump_dir.empty()) {
+            WriteDump(options_.dump_dir, index, changes, &dump_error_);
+        }
+        last_output_ = std::move(output);
     }
-    return result;
+    return outcome;
 }
 
 }  // namespace stc_host

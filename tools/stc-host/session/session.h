@@ -1,33 +1,32 @@
 // A session file: the host's calls in order, read and checked completely before anything runs.
-#ifndef STC_TOOLS_STC_HOST_SESSION_H_
-#define STC_TOOLS_STC_HOST_SESSION_H_
+#ifndef STC_TOOLS_STC_HOST_SESSION_SESSION_H_
+#define STC_TOOLS_STC_HOST_SESSION_SESSION_H_
 
 #include <cstdint>
 #include <optional>
-#include <stdexcept>
 #include <string>
 #include <vector>
 
 #include "sc_post_blend_interface.h"
+#include "tools/stc-host/records/host_records.h"
+#include "tools/stc-host/session/json_input.h"
 
 namespace stc_host {
 
-// A mistake in the session file, with the JSON path of the value at fault.
-class SessionError : public std::runtime_error {
-  public:
-    SessionError(const std::string &json_path, const std::string &message)
-        : std::runtime_error(message), json_path_(json_path) {}
-    const std::string &json_path() const { return json_path_; }
-
-  private:
-    std::string json_path_;
+// The fields an operation's output must hold: in every entry of `block`, the value at `field`
+// (a path into the record's JSON form, such as "red.r" or "entries[4912]") equals `value`.
+struct BlockExpectation {
+    std::string block;
+    std::string field;
+    Json value;
 };
 
-// What record a block carries; kEmpty for blocks whose records only the host reads.
-enum class BlockContent { kEmpty, kPcc, kGamut, kGamma, kPa, kDe, kIgc, kDither };
-
-// The record kind of a host block name; nullopt for a name the host does not define.
-std::optional<BlockContent> BlockContentOf(const std::string &block);
+// What a call must do; an empty part asks nothing.
+struct Expectation {
+    std::optional<int> result;
+    std::vector<BlockExpectation> blocks;
+    std::vector<std::string> log;  // texts that lines logged during the call must contain
+};
 
 // One block of the host's proposed configuration list.
 struct BlockProposal {
@@ -81,6 +80,7 @@ struct Call {
     uint32_t mode_id = 0;
     bool meta = false;
     std::vector<BlockProposal> blocks;
+    Expectation expect;
 };
 
 struct Session {
@@ -88,12 +88,16 @@ struct Session {
     std::vector<Call> calls;
 };
 
-// Reads and checks a session; throws SessionError (with the JSON path) or std::runtime_error.
+// Reads and checks a session ("-": standard input); throws SessionError (with the JSON path) or
+// std::runtime_error.
 Session LoadSession(const std::string &path);
+
+// The JSON value at a field path such as "red.r" or "entries[12][3]", or null.
+const Json *FieldAt(const Json &record, const std::string &field);
 
 // Item word of one item name ("SATURATION") or raw word ("0x4000000", "16").
 std::optional<uint32_t> ParseItem(const std::string &item);
 
 }  // namespace stc_host
 
-#endif  // STC_TOOLS_STC_HOST_SESSION_H_
+#endif  // STC_TOOLS_STC_HOST_SESSION_SESSION_H_

@@ -1,0 +1,25 @@
+// stc-host's default command: play a session against the plug-in on a device tree.
+#ifndef STC_TOOLS_STC_HOST_RUN_RUN_COMMAND_H_
+#define STC_TOOLS_STC_HOST_RUN_RUN_COMMAND_H_
+
+#include "tools/stc-host/options.h"
+
+namespace stc_host {
+
+// Exit codes shared by every command.
+constexpr int kExitUsageError = 1;
+constexpr int kExitSessionError = 2;
+constexpr int kExitEnvironmentError = 3;
+constexpr int kExitFault = 4;
+
+// Prints "stc-host: error: MESSAGE" and returns `code`.
+int Fail(int code, const std::string &message);
+
+// A device directory that can be used, or the reason why not.
+bool UsableDeviceDir(const std::string &dir, std::string *error);
+
+int RunSessionCommand(const Options &options);
+
+}  // namespace stc_host
+
+#endif  // STC_TOOLS_STC_HOST_RUN_RUN_COMMAND_H_
