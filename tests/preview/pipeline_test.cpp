@@ -31,13 +31,9 @@ Image TestImage(int bit_depth) {
 struct IdentityBlocks {
     IgcCurves igc{true, Ramp(4096), Ramp(4096), Ramp(4096)};
     PccConfig pcc = IdentityPcc();
-    PaConfig pa;
+    PaConfig pa = MakePa(0xEF0);
     std::unique_ptr<GamutConfig> gamut = MakeGamut(Grid12(), [](Codes in) { return in; });
     GammaPostBlendConfig gc = MakeGc(Ramp(1024));
-    IdentityBlocks() {
-        pa.enabled = true;
-        pa.enable_flags = 0xEF0;
-    }
     PreviewBlocks All() const { return {&igc, &pcc, &pa, gamut.get(), &gc}; }
 };
 
@@ -65,44 +61,38 @@ TEST(PreviewPipeline, EachBlockAlone) {
         inverted[i] = 1023 - i;
     }
     const GammaPostBlendConfig invert = MakeGc(inverted);
+    using Expected = int (*)(const Image &in, size_t sample);
     const struct {
         const char *what;
         PreviewBlocks blocks;
         std::array<int, 2> tolerance;  // codes at 8 and 16 bits
-        std::array<int, 3> (*expected)(std::array<int, 3> in, int max);
+        Expected expected;
     } cases[] = {
         // The LUT's outputs are 12-bit codes rounded down by up to half a code, 8 codes at 16
         // bits; halving an odd code rounds either way.
         {"LUT halving",
          {nullptr, nullptr, nullptr, halving.get(), nullptr},
          {1, 9},
-         [](std::array<int, 3> c, int) {
-             return std::array<int, 3>{c[0] / 2, c[1] / 2, c[2] / 2};
-         }},
+         [](const Image &in, size_t i) { return in.samples[i] / 2; }},
         {"PCC swapping red and green",
          {nullptr, &swap, nullptr, nullptr, nullptr},
          {0, 0},
-         [](std::array<int, 3> c, int) {
-             return std::array<int, 3>{c[1], c[0], c[2]};
+         [](const Image &in, size_t i) {
+             const size_t channel = i % 3;
+             return int{in.samples[channel == 0 ? i + 1 : channel == 1 ? i - 1 : i]};
          }},
         {"gamma inverting",
          {nullptr, nullptr, nullptr, nullptr, &invert},
          {0, 0},
-         [](std::array<int, 3> c, int max) {
-             return std::array<int, 3>{max - c[0], max - c[1], max - c[2]};
-         }},
+         [](const Image &in, size_t i) { return MaxCode(in.bit_depth) - in.samples[i]; }},
     };
     for (const auto &c : cases) {
         for (int depth : {8, 16}) {
             const Image in = TestImage(depth);
             const Image out = PreviewPipeline(c.blocks).Apply(in);
-            for (size_t i = 0; i < in.samples.size(); i += 3) {
-                const std::array<int, 3> want = c.expected(
-                    {in.samples[i], in.samples[i + 1], in.samples[i + 2]}, MaxCode(depth));
-                for (int ch = 0; ch < 3; ++ch) {
-                    ASSERT_LE(std::abs(out.samples[i + ch] - want[ch]), c.tolerance[depth / 16])
-                        << c.what << ", " << depth << "-bit, sample " << i + ch;
-                }
+            for (size_t i = 0; i < in.samples.size(); ++i) {
+                ASSERT_LE(std::abs(out.samples[i] - c.expected(in, i)), c.tolerance[depth / 16])
+                    << c.what << ", " << depth << "-bit, sample " << i;
             }
         }
     }
@@ -114,9 +104,7 @@ TEST(PreviewPipeline, StagesRunInHardwareOrder) {
     const IgcCurves igc{true, {0, 2048}, {0, 2048}, {0, 2048}};
     PccConfig pcc = IdentityPcc();
     pcc.red.c = pcc.green.c = pcc.blue.c = 0.1;
-    PaConfig pa;
-    pa.enabled = true;
-    pa.enable_flags = 0xF0;
+    PaConfig pa = MakePa(0xF0);
     pa.global.contrast = 50;
     Grid grid;
     for (uint32_t i = 0; i < 17; ++i) {

@@ -52,6 +52,13 @@ inline PccConfig IdentityPcc() {
     return pcc;
 }
 
+inline PaConfig MakePa(uint32_t enable_flags) {
+    PaConfig pa;
+    pa.enabled = true;
+    pa.enable_flags = enable_flags;
+    return pa;
+}
+
 // One curve for all three channels.
 inline GammaPostBlendConfig MakeGc(const std::vector<uint32_t> &curve) {
     GammaPostBlendConfig gc;
