@@ -34,6 +34,11 @@ std::vector<uint32_t> DistinctInputs(const GamutConfig &config, int channel) {
     return values;
 }
 
+// Position of grid point (r, g, b) in the outputs, red index slowest.
+size_t Slot(int r, int g, int b) {
+    return (static_cast<size_t>(r) * kPoints + g) * kPoints + b;
+}
+
 int GridIndex(const std::vector<uint32_t> &grid, uint32_t value) {
     return static_cast<int>(std::lower_bound(grid.begin(), grid.end(), value) - grid.begin());
 }
@@ -57,23 +62,30 @@ CellPosition Locate(const Lut3d::Grid &grid, double x) {
     return {below, (x - grid[below]) / (grid[above] - grid[below])};
 }
 
+// The grid values of each channel; why the table is not one full grid, or "".
+std::string GridInputs(const GamutConfig &config, std::array<std::vector<uint32_t>, 3> *inputs) {
+    if (config.num != kGamutEntries) {
+        return "3D LUT has " + std::to_string(config.num) + " entries in use; a full " +
+               std::to_string(kPoints) + "-point grid needs " + std::to_string(kGamutEntries);
+    }
+    for (int channel = 0; channel < 3; ++channel) {
+        (*inputs)[channel] = DistinctInputs(config, channel);
+        if ((*inputs)[channel].size() != kGamutGridPoints) {
+            return std::string("3D LUT input ") + kChannelNames[channel] + " takes " +
+                   std::to_string((*inputs)[channel].size()) + " distinct values; a " +
+                   std::to_string(kPoints) + "-point grid needs " + std::to_string(kPoints);
+        }
+    }
+    return "";
+}
+
 }  // namespace
 
 std::optional<Lut3d> Lut3d::FromConfig(const GamutConfig &config, std::string *error) {
-    if (config.num != kGamutEntries) {
-        *error = "3D LUT has " + std::to_string(config.num) + " entries in use; a full " +
-                 std::to_string(kPoints) + "-point grid needs " + std::to_string(kGamutEntries);
-        return std::nullopt;
-    }
     std::array<std::vector<uint32_t>, 3> inputs;
-    for (int channel = 0; channel < 3; ++channel) {
-        inputs[channel] = DistinctInputs(config, channel);
-        if (inputs[channel].size() != kGamutGridPoints) {
-            *error = std::string("3D LUT input ") + kChannelNames[channel] + " takes " +
-                     std::to_string(inputs[channel].size()) + " distinct values; a " +
-                     std::to_string(kPoints) + "-point grid needs " + std::to_string(kPoints);
-            return std::nullopt;
-        }
+    *error = GridInputs(config, &inputs);
+    if (!error->empty()) {
+        return std::nullopt;
     }
     Lut3d lut;
     const uint32_t largest = std::max({inputs[0].back(), inputs[1].back(), inputs[2].back()});
@@ -86,10 +98,8 @@ std::optional<Lut3d> Lut3d::FromConfig(const GamutConfig &config, std::string *e
     lut.outputs_.resize(kGamutEntries);
     std::vector<bool> seen(kGamutEntries, false);
     for (const GamutLutEntry &entry : config.entries) {
-        const int r = GridIndex(inputs[0], entry.in_r);
-        const int g = GridIndex(inputs[1], entry.in_g);
-        const int b = GridIndex(inputs[2], entry.in_b);
-        const size_t slot = (static_cast<size_t>(r) * kPoints + g) * kPoints + b;
+        const size_t slot = Slot(GridIndex(inputs[0], entry.in_r), GridIndex(inputs[1], entry.in_g),
+                                 GridIndex(inputs[2], entry.in_b));
         if (seen[slot]) {
             *error = "3D LUT grid point (" + std::to_string(entry.in_r) + ", " +
                      std::to_string(entry.in_g) + ", " + std::to_string(entry.in_b) +
@@ -103,7 +113,7 @@ std::optional<Lut3d> Lut3d::FromConfig(const GamutConfig &config, std::string *e
 }
 
 const Rgb &Lut3d::Output(int r, int g, int b) const {
-    return outputs_[(static_cast<size_t>(r) * kPoints + g) * kPoints + b];
+    return outputs_[Slot(r, g, b)];
 }
 
 // The cell is split into six tetrahedra along its grey diagonal; the one holding the point is

@@ -77,25 +77,16 @@ Hsv ToHsv(Rgb in) {
 }
 
 Rgb ToRgb(Hsv in) {
+    // Per 60-degree sector, which of the largest, middle and smallest part each channel takes.
+    static const int kSectorParts[6][3] = {{0, 1, 2}, {1, 0, 2}, {2, 0, 1},
+                                           {2, 1, 0}, {1, 2, 0}, {0, 2, 1}};
     const double chroma = in.v * in.s;
     const double sector = WrapHue(in.h) / 60;
-    const double second = chroma * (1 - std::fabs(std::fmod(sector, 2.0) - 1));
-    const double m = in.v - chroma;
-    const double c = chroma + m, x = second + m;
-    switch (static_cast<int>(sector)) {
-        case 0:
-            return {c, x, m};
-        case 1:
-            return {x, c, m};
-        case 2:
-            return {m, c, x};
-        case 3:
-            return {m, x, c};
-        case 4:
-            return {x, m, c};
-        default:
-            return {c, m, x};
-    }
+    const double smallest = in.v - chroma;
+    const double parts[3] = {in.v, smallest + chroma * (1 - std::fabs(std::fmod(sector, 2.0) - 1)),
+                             smallest};
+    const int *take = kSectorParts[std::min(static_cast<int>(sector), 5)];
+    return {parts[take[0]], parts[take[1]], parts[take[2]]};
 }
 
 double RegionWeight(const MemoryRegion &region, Hsv colour) {
