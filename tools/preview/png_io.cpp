@@ -232,4 +232,8 @@ void WritePng(const std::string &path, const Image &image) {
     }
 }
 
+void WriteSideBySidePng(const std::string &path, const Image &input, const Image &output) {
+    WritePng(path, SideBySide(input, output));
+}
+
 }  // namespace stc_preview

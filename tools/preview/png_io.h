@@ -26,6 +26,9 @@ Image ReadPng(const std::string &path);
 // Writes an RGB PNG of the image's depth.
 void WritePng(const std::string &path, const Image &image);
 
+// Writes `input` and `output` next to each other (SideBySide) as one PNG.
+void WriteSideBySidePng(const std::string &path, const Image &input, const Image &output);
+
 }  // namespace stc_preview
 
 #endif  // STC_TOOLS_PREVIEW_PNG_IO_H_
