@@ -1,4 +1,4 @@
-#!/usr/bin/env python3
+#!/usr/bin/python3
 """Turns a dump directory of configuration records into PNG plots and prints the name of each plot
 written, one per line.
 
@@ -17,11 +17,14 @@ import os
 import re
 import sys
 
-import matplotlib
+try:
+    import matplotlib
 
-matplotlib.use("Agg")
-import matplotlib.pyplot as plt  # noqa: E402  (the backend is chosen first)
-import numpy as np  # noqa: E402
+    matplotlib.use("Agg")
+    import matplotlib.pyplot as plt
+    import numpy as np
+except ImportError as missing:
+    sys.exit(f"plot_records.py: {missing}; Debian's python3-matplotlib serves /usr/bin/python3")
 
 DUMP_NAME = re.compile(r"^(\d+)-(\w+)\.json$")
 GAMMA_MAX_CODE = 1023
@@ -102,7 +105,8 @@ def plot_gamma_comparison(gamma_entries, out_dir):
         gamma_axes(axes[channel], f"{colour} channel")
         for call, index, curves in distinct:
             if len(curves[channel]) > 1:
-                axes[channel].plot(*curve_points(curves[channel]), label=f"call {call}, entry {index}")
+                axes[channel].plot(*curve_points(curves[channel]),
+                                   label=f"call {call}, entry {index}")
         axes[channel].legend()
     return [save(figure, out_dir, "PostBlendGC-compare.png")]
 
@@ -215,8 +219,10 @@ def plot_dump(dump_dir, out_dir):
 
 def main():
     parser = argparse.ArgumentParser(description=__doc__.split("\n\n")[0])
-    parser.add_argument("dump_dir", metavar="DUMP_DIR", help="directory of <call>-<block>.json files")
-    parser.add_argument("out_dir", metavar="OUT_DIR", help="directory for the plots (made if missing)")
+    parser.add_argument("dump_dir", metavar="DUMP_DIR",
+                        help="directory of <call>-<block>.json files")
+    parser.add_argument("out_dir", metavar="OUT_DIR",
+                        help="directory for the plots (made if missing)")
     args = parser.parse_args()
     if not os.path.isdir(args.dump_dir):
         parser.error(f"{args.dump_dir}: no such directory")
