@@ -8,7 +8,8 @@ PACKAGES=(
   libxml2-dev android-liblog-dev android-libutils-dev
   libgtest-dev googletest catch2
   nlohmann-json3-dev libcli11-dev libfmt-dev
-  python3
+  liblcms2-dev libpng-dev
+  python3 python3-matplotlib
 )
 
 missing=()

@@ -16,7 +16,7 @@ SUDO=""
 export DEBIAN_FRONTEND=noninteractive
 
 PACKAGES=(
-  libc6-dev:arm64 libgcc-12-dev:arm64 libxml2-dev:arm64
+  libc6-dev:arm64 libgcc-12-dev:arm64 libxml2-dev:arm64 liblcms2-dev:arm64 libpng-dev:arm64
   android-liblog-dev:arm64 android-libutils-dev:arm64
   qemu-user-static binfmt-support lld
 )
