@@ -190,6 +190,45 @@ class DumpAndDiff(TempDirTest):
         self.assertEqual(run("diff", self.tmp, os.path.join(self.tmp, "none")).returncode, 3)
 
 
+class Preview(TempDirTest):
+    def png_size(self, path):
+        with open(path, "rb") as f:
+            header = f.read(24)
+        self.assertEqual(header[:8], b"\x89PNG\r\n\x1a\n")
+        return int.from_bytes(header[16:20], "big"), int.from_bytes(header[20:24], "big")
+
+    def test_chart_side_by_side_and_report(self):
+        out, report = os.path.join(self.tmp, "p.png"), os.path.join(self.tmp, "r.json")
+        single = os.path.join(self.tmp, "single.png")
+        result = run("preview", "--session", DEMO, "--chart", "patches", "--out", out,
+                     "--report", report, "--side-by-side", "--at", "5")
+        self.assertEqual(result.returncode, 0, result.stderr)
+        self.assertTrue(result.stdout.startswith("wrote %s; CIEDE2000 over 36 patches: mean "
+                                                 % out), result.stdout)
+        run("preview", "--session", DEMO, "--chart", "patches", "--out", single, "--at", "5")
+        width, height = self.png_size(single)
+        self.assertEqual(self.png_size(out), (2 * width, height))
+        with open(report) as f:
+            data = json.load(f)
+        self.assertEqual(len(data["samples"]), 36)
+        self.assertEqual(data["delta_e"]["count"], 36)
+        white = next(p for p in data["samples"] if p["before"]["rgb"] == [255, 255, 255])
+        self.assertGreater(white["delta_e"], 0, "the sRGB LUT moves white")
+
+    def test_errors(self):
+        out = os.path.join(self.tmp, "x.png")
+        cases = [(["--chart", "bogus"], 1, 'unknown chart "bogus"; valid charts: patches, ramps, '
+                                            "skin-sky-foliage"),
+                 (["--image", DEMO], 1, DEMO + ": not a PNG file"),
+                 ([], 1, "preview needs --image or --chart"),
+                 (["--chart", "ramps", "--at", "4"], 2,
+                  "the session plays no processing operation with an output list up to call 4")]
+        for args, code, message in cases:
+            result = run("preview", "--session", DEMO, "--out", out, *args)
+            self.assertEqual(result.returncode, code, args)
+            self.assertEqual(result.stderr, "stc-host: error: %s\n" % message, args)
+
+
 class Panels(TempDirTest):
     def init_panels(self, *args, **session):
         path = self.session([{"call": "init"}, {"call": "init", "panel": "own_panel"}], **session)

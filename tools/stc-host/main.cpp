@@ -4,6 +4,7 @@
 
 #include "tools/stc-host/diff/diff_command.h"
 #include "tools/stc-host/options.h"
+#include "tools/stc-host/preview/preview_command.h"
 #include "tools/stc-host/run/reporter.h"
 #include "tools/stc-host/run/run_command.h"
 
@@ -47,6 +48,32 @@ void AddRunOptions(CLI::App &app, Options &options) {
                    "complete, to DIR/<call>-<block>.json, e.g. --dump-dir /tmp/unit1");
 }
 
+void AddPreviewOptions(CLI::App &preview, Options &run, PreviewOptions &options) {
+    preview.add_option("-s,--session", run.session, "Session file to play, e.g. s.json")
+        ->capture_default_str();
+    preview.add_option("-d,--device", run.device, "Device tree the plug-in sees")
+        ->capture_default_str();
+    preview.add_option("-l,--lib", run.library, "Plug-in library to load")->capture_default_str();
+    preview.add_option("--qdutils", run.qdutils, "Stand-in of libqdutils.so")
+        ->capture_default_str();
+    preview.add_option("-p,--panel", run.panel, "Panel name for init calls that name none");
+    CLI::Option *image = preview.add_option("--image", options.image, "Input PNG, e.g. photo.png");
+    CLI::Option *chart = preview.add_option("--chart", options.chart,
+                                            "Built-in chart instead of an image: patches, ramps or "
+                                            "skin-sky-foliage, e.g. --chart patches");
+    image->excludes(chart);
+    chart->excludes(image);
+    preview.add_option("--out", options.out, "Output PNG, e.g. out.png")->required();
+    preview.add_option("--at", options.at,
+                       "Play the calls up to this index and preview the list of the last "
+                       "processing operation among them (default: all calls), e.g. --at 8");
+    preview.add_option("--report", options.report,
+                       "Write the colour report (before, after, CIEDE2000 per patch or sample "
+                       "point; mean, 95th percentile, maximum) as JSON, e.g. --report r.json");
+    preview.add_flag("--side-by-side", options.side_by_side,
+                     "Write input and output next to each other in one PNG");
+}
+
 }  // namespace
 
 int main(int argc, char **argv) {
@@ -80,6 +107,14 @@ int main(int argc, char **argv) {
     diff_command->add_option("A", diff.a, "First dump directory")->required();
     diff_command->add_option("B", diff.b, "Second dump directory")->required();
     diff_command->add_flag("--json", diff.json, "Print the differences as JSON");
+    Options preview_run = options;
+    PreviewOptions preview;
+    CLI::App *preview_command = app.add_subcommand(
+        "preview",
+        "Play a session and apply the block list of its last processing operation to "
+        "an image or a built-in chart (software model of the display pipeline), e.g. "
+        "stc-host preview --chart patches --out p.png --report r.json");
+    AddPreviewOptions(*preview_command, preview_run, preview);
     app.require_subcommand(0, 1);
 
     try {
@@ -89,6 +124,12 @@ int main(int argc, char **argv) {
     }
     if (*diff_command) {
         return RunDiff(diff);
+    }
+    if (*preview_command) {
+        if (preview.image.empty() && preview.chart.empty()) {
+            return Fail(kExitUsageError, "preview needs --image or --chart");
+        }
+        return RunPreview(preview_run, preview);
     }
     return RunSessionCommand(options);
 }

@@ -15,6 +15,7 @@ struct Options {
     std::string dump_dir;
     bool no_qdutils = false;
     bool json = false;
+    bool quiet = false;  // report nothing but failed expectations
 };
 
 // Panel handed to Init when neither the command line nor the session names one.

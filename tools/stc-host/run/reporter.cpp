@@ -173,6 +173,15 @@ class JsonReporter : public Reporter {
     int minimum_;
 };
 
+// Says nothing but failed expectations: for commands that play a session to use its result.
+class QuietReporter : public TextReporter {
+  public:
+    QuietReporter() : TextReporter(ANDROID_LOG_SILENT) {}
+    void Begin(size_t, const Call &, const std::string &) override {}
+    void End(size_t, const Call &, int, const std::string &) override {}
+    void Summary(size_t, const std::vector<EntryChange> &) override {}
+};
+
 }  // namespace
 
 std::optional<int> MinimumPriority(const std::string &level) {
@@ -189,6 +198,9 @@ std::optional<int> MinimumPriority(const std::string &level) {
 
 std::unique_ptr<Reporter> MakeReporter(const Options &options) {
     const int minimum = MinimumPriority(options.log_level).value_or(ANDROID_LOG_WARN);
+    if (options.quiet) {
+        return std::make_unique<QuietReporter>();
+    }
     if (options.json) {
         return std::make_unique<JsonReporter>(minimum);
     }
