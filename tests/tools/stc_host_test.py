@@ -180,10 +180,10 @@ class DumpAndDiff(TempDirTest):
         result = run("diff", a, b)
         self.assertEqual(result.returncode, 4, result.stdout)
         compact = lambda values: json.dumps(values, separators=(",", ":"))
-        self.assertIn("5-PostBlendGamut.json: entry 0 (list index 3 / 3): 1 field differs\n"
+        self.assertIn("5-PostBlendGamut.json: entry 0 (output index 3): 1 field differs\n"
                       "    1 LUT entries differ, largest difference out_r 7, out_g 4, out_b 44\n"
                       "    entries[100]: %s -> %s\n" % (compact(old), compact(new)), result.stdout)
-        self.assertIn("8-PostBlendPCC.json: entry 1 (list index 6 / 6): 1 field differs\n"
+        self.assertIn("8-PostBlendPCC.json: entry 1 (output index 6): 1 field differs\n"
                       "    red.rr: 0.0 -> 0.25\n", result.stdout)
 
     def test_diff_of_a_missing_directory(self):

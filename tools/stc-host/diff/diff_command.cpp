@@ -1,5 +1,6 @@
 #include "tools/stc-host/diff/diff_command.h"
 
+#include <cctype>
 #include <filesystem>
 #include <fstream>
 #include <map>
@@ -31,7 +32,8 @@ DumpDir ReadDumpDir(const std::string &dir) {
         return dump;
     }
     for (const fs::directory_entry &entry : fs::directory_iterator(dir, ec)) {
-        if (entry.path().extension() != ".json") {
+        const std::string name = entry.path().filename().string();
+        if (entry.path().extension() != ".json" || name.empty() || !std::isdigit(name[0])) {
             continue;
         }
         std::ifstream in(entry.path());
@@ -96,9 +98,13 @@ void PrintText(const std::string &file, const Json &entries) {
             fmt::print("{}: only in {}\n", where, e["only_in"].get<std::string>());
             continue;
         }
-        fmt::print("{} (list index {} / {}): {} field{} differ{}\n", where, e["index_a"].dump(),
-                   e["index_b"].dump(), e["change_count"].get<size_t>(),
-                   e["change_count"] == 1 ? "" : "s", e["change_count"] == 1 ? "s" : "");
+        const std::string index = e["index_a"] == e["index_b"]
+                                      ? e["index_a"].dump()
+                                      : e["index_a"].dump() + " in A, " + e["index_b"].dump() +
+                                            " in B";
+        fmt::print("{} (output index {}): {} field{} differ{}\n", where, index,
+                   e["change_count"].get<size_t>(), e["change_count"] == 1 ? "" : "s",
+                   e["change_count"] == 1 ? "s" : "");
         if (e.contains("changed_entries")) {
             fmt::print("    {} LUT entries differ, largest difference {}\n",
                        e["changed_entries"].get<size_t>(), e["largest_text"].get<std::string>());
@@ -120,7 +126,12 @@ int RunDiff(const DiffOptions &options) {
             return 3;
         }
     }
-    std::set<std::string> names;
+    // In call order: "5-PostBlendGamut.json" before "11-PostBlendGamut.json".
+    auto by_call = [](const std::string &x, const std::string &y) {
+        const unsigned long cx = std::stoul(x), cy = std::stoul(y);
+        return cx != cy ? cx < cy : x < y;
+    };
+    std::set<std::string, decltype(by_call)> names(by_call);
     for (const auto *dump : {&a, &b}) {
         for (const auto &file : dump->files) {
             names.insert(file.first);
