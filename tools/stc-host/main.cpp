@@ -9,6 +9,7 @@
 #include <android/log.h>
 #include <CLI/CLI.hpp>
 
+#include "tools/stc-host/check/check.h"
 #include "tools/stc-host/log_sink.h"
 #include "tools/stc-host/reporter.h"
 #include "tools/stc-host/runner.h"
@@ -32,9 +33,31 @@ bool IsDirectory(const std::string &path) {
     return stat(path.c_str(), &info) == 0 && S_ISDIR(info.st_mode);
 }
 
+// Temporary wiring of `stc-host check` until the subcommand is part of the command line.
+int CheckMain(int argc, char **argv) {
+    CheckOptions options;
+    options.library = STC_DEFAULT_PLUGIN;
+    options.qdutils = STC_QDUTILS_PATH;
+    CLI::App app{"Checks calibration files, gamma files, profiles and device trees", "check"};
+    app.add_option("paths", options.paths, "Files or device trees")->required();
+    app.add_option("--as", options.as, "lut, pcc, gamma or profile");
+    app.add_flag("--json", options.json, "JSON instead of text");
+    app.add_option("-l,--lib", options.library, "Plug-in library for device trees");
+    app.add_option("--qdutils", options.qdutils, "Stand-in of libqdutils.so");
+    try {
+        app.parse(argc, argv);
+    } catch (const CLI::ParseError &e) {
+        return app.exit(e) == 0 ? 0 : kExitUsageError;
+    }
+    return RunCheck(options);
+}
+
 }  // namespace
 
 int main(int argc, char **argv) {
+    if (argc > 1 && std::string(argv[1]) == "check") {
+        return CheckMain(argc - 1, argv + 1);
+    }
     Options options;
     options.library = STC_DEFAULT_PLUGIN;
     options.device = STC_EXAMPLES_DIR "/sample-device";
