@@ -59,10 +59,13 @@ TEST(ProfileCheck, NamesEachFindingAtItsElement) {
     }
 }
 
-TEST(ProfileCheck, ReportsTheParserFailureOfAnUnparsableProfile) {
-    const Findings findings = CheckText(kProfile, "<ZuvaStcConfigs>\n", FileKind::kProfile);
-    EXPECT_NE(FindingWith(findings, "StcXmlParse: parse config file failed"), nullptr)
+TEST(ProfileCheck, ReportsProfilesThePlugInCannotRead) {
+    const Findings unparsable = CheckText(kProfile, "<ZuvaStcConfigs>\n", FileKind::kProfile);
+    EXPECT_NE(FindingWith(unparsable, "StcXmlParse: parse config file failed"), nullptr)
         << "the parser's own error";
+    Findings missing;
+    stc_host::CheckFile("/nonexistent/zuva_stc_profile.xml", FileKind::kProfile, missing);
+    EXPECT_EQ(missing.errors(), 1) << "a missing profile, of which the parser logs no error";
 }
 
 TEST(ProfileCheck, PassesTheSampleProfileAndServedNonLinearPanels) {

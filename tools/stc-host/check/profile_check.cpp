@@ -42,6 +42,9 @@ const EntryLine kEntryLines[] = {
     {EntryKind::kPanel, "StcXmlParse: Compare init panel  with config node for pane ", "\n"},
 };
 
+// The parser's result for a profile that is not there (it says so only at debug priority).
+constexpr int kNoProfile = -17;
+
 struct ParseRun {
     int status = 0;
     std::vector<LoggedLine> lines;
@@ -221,6 +224,11 @@ void CheckProfile(const std::string &read_path, FileFindings &out, ProfileFacts 
     // First for no panel: every section is read and every `panel` element names itself.
     const ParseRun run = Parse(read_path, "", &facts->lists);
     ReportParserLines(run, &reported, out);
+    if (run.status == kNoProfile) {
+        out.Error("missing", 0,
+                  "missing: the plug-in goes without a profile and decides each panel's type by "
+                  "its name");
+    }
     if (run.status != 0) {
         return;
     }
