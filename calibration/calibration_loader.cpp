@@ -18,10 +18,6 @@ namespace snapdragoncolor {
 
 namespace {
 
-constexpr const char *kCalibrationInfix = "_C3D_cali_";
-constexpr const char *kSrgbSuffix = "srgb.txt";
-constexpr const char *kP3Suffix = "p3.txt";
-constexpr const char *kPccSuffix = "pcc.txt";
 constexpr const char *kQcCalibrationMarker = "factory_calib_data_mipi_zuv";
 
 // Names and paths live in 256-byte buffers on the device.
@@ -224,11 +220,11 @@ void StcZuvaColor::loadCalibratedParam(const std::string &panel_name) {
         bool (*read)(StcZuvaColor &self, char *path);
     };
     static const CalibrationFile kFiles[] = {
-        {kSrgbSuffix, "%s:  load golden srgb cal param %s\n",
+        {kSrgbLutSuffix, "%s:  load golden srgb cal param %s\n",
          [](StcZuvaColor &c, char *p) {
              return c.read3DlutFromFile(p, &c.calibrated_lut3d_srgb_);
          }},
-        {kP3Suffix, "%s:  load golden p3 cal param %s\n",
+        {kP3LutSuffix, "%s:  load golden p3 cal param %s\n",
          [](StcZuvaColor &c, char *p) { return c.read3DlutFromFile(p, &c.calibrated_lut3d_p3_); }},
         {kPccSuffix, "%s:  load golden pcc cal param %s\n",
          [](StcZuvaColor &c, char *p) { return c.readPCCFromFile(p, &c.calibrated_pcc_); }},

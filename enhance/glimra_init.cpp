@@ -60,7 +60,7 @@ std::string GammaFileName(const std::string &panel_name) {
                   panel_name.c_str());
     stem[std::strcspn(stem, "\n\r")] = '\0';
     char name[kNameBuffer];
-    std::snprintf(name, sizeof(name), "%s_gamma_srgb.txt", stem);
+    std::snprintf(name, sizeof(name), "%s%s", stem, kGammaFileSuffix);
     return name;
 }
 

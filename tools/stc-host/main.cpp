@@ -2,6 +2,7 @@
 // and checks and compares what it programs.
 #include <CLI/CLI.hpp>
 
+#include "tools/stc-host/check/check.h"
 #include "tools/stc-host/diff/diff_command.h"
 #include "tools/stc-host/options.h"
 #include "tools/stc-host/preview/preview_command.h"
@@ -74,9 +75,31 @@ void AddPreviewOptions(CLI::App &preview, Options &run, PreviewOptions &options)
                      "Write input and output next to each other in one PNG");
 }
 
+// Temporary wiring of `stc-host check` until the subcommand is part of the command line.
+int CheckMain(int argc, char **argv) {
+    CheckOptions options;
+    options.library = STC_DEFAULT_PLUGIN;
+    options.qdutils = STC_QDUTILS_PATH;
+    CLI::App app{"Checks calibration files, gamma files, profiles and device trees", "check"};
+    app.add_option("paths", options.paths, "Files or device trees")->required();
+    app.add_option("--as", options.as, "lut, pcc, gamma or profile");
+    app.add_flag("--json", options.json, "JSON instead of text");
+    app.add_option("-l,--lib", options.library, "Plug-in library for device trees");
+    app.add_option("--qdutils", options.qdutils, "Stand-in of libqdutils.so");
+    try {
+        app.parse(argc, argv);
+    } catch (const CLI::ParseError &e) {
+        return app.exit(e) == 0 ? 0 : kExitUsageError;
+    }
+    return RunCheck(options);
+}
+
 }  // namespace
 
 int main(int argc, char **argv) {
+    if (argc > 1 && std::string(argv[1]) == "check") {
+        return CheckMain(argc - 1, argv + 1);
+    }
     Options options;
     options.library = STC_DEFAULT_PLUGIN;
     options.device = STC_EXAMPLES_DIR "/sample-device";
@@ -98,6 +121,22 @@ int main(int argc, char **argv) {
         "Exit codes: 0 success, 1 bad command line, 2 bad session file, 3 library or device\n"
         "unusable, 4 a check, expectation or comparison found a fault.");
     AddRunOptions(app, options);
+
+    CheckOptions check;
+    check.library = options.library;
+    check.qdutils = options.qdutils;
+    CLI::App *check_command = app.add_subcommand(
+        "check", "Judge calibration LUT, PCC and gamma files, profiles and device trees by the "
+                 "plug-in's own reading rules; findings as PATH:LINE: error|warning: TEXT (exit 4 "
+                 "on an error), e.g. stc-host check examples/sample-device");
+    check_command->add_option("PATH", check.paths, "Files or device-tree directories")->required();
+    check_command->add_option("--as", check.as, "Kind of every file instead of the guess from its "
+                                                "name: lut, pcc, gamma or profile, e.g. --as lut");
+    check_command->add_flag("--json", check.json, "Print the findings as JSON");
+    check_command->add_option("-l,--lib", check.library, "Plug-in to drive for device trees")
+        ->capture_default_str();
+    check_command->add_option("--qdutils", check.qdutils, "Stand-in of libqdutils.so")
+        ->capture_default_str();
 
     DiffOptions diff;
     CLI::App *diff_command = app.add_subcommand(
@@ -121,6 +160,9 @@ int main(int argc, char **argv) {
         app.parse(argc, argv);
     } catch (const CLI::ParseError &e) {
         return app.exit(e) == 0 ? 0 : kExitUsageError;
+    }
+    if (*check_command) {
+        return RunCheck(check);
     }
     if (*diff_command) {
         return RunDiff(diff);

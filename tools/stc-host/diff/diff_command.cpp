@@ -8,6 +8,7 @@
 
 #include <fmt/format.h>
 
+#include "tools/stc-host/exit_codes.h"
 #include "tools/stc-host/records/record_diff.h"
 
 namespace stc_host {
@@ -123,7 +124,7 @@ int RunDiff(const DiffOptions &options) {
     for (const DumpDir *dump : {&a, &b}) {
         if (!dump->error.empty()) {
             fmt::print(stderr, "stc-host: error: {}\n", dump->error);
-            return 3;
+            return kExitEnvironmentError;
         }
     }
     // In call order: "5-PostBlendGamut.json" before "11-PostBlendGamut.json".
@@ -170,7 +171,7 @@ int RunDiff(const DiffOptions &options) {
     } else {
         fmt::print("{} of {} files differ\n", differing, names.size());
     }
-    return differing ? 4 : 0;
+    return differing ? kExitFault : kExitSuccess;
 }
 
 }  // namespace stc_host

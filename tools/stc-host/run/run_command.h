@@ -2,15 +2,10 @@
 #ifndef STC_TOOLS_STC_HOST_RUN_RUN_COMMAND_H_
 #define STC_TOOLS_STC_HOST_RUN_RUN_COMMAND_H_
 
+#include "tools/stc-host/exit_codes.h"
 #include "tools/stc-host/options.h"
 
 namespace stc_host {
-
-// Exit codes shared by every command.
-constexpr int kExitUsageError = 1;
-constexpr int kExitSessionError = 2;
-constexpr int kExitEnvironmentError = 3;
-constexpr int kExitFault = 4;
 
 // Prints "stc-host: error: MESSAGE" and returns `code`.
 int Fail(int code, const std::string &message);
