@@ -229,6 +229,28 @@ class Preview(TempDirTest):
             self.assertEqual(result.stderr, "stc-host: error: %s\n" % message, args)
 
 
+class Check(TempDirTest):
+    def test_sample_device_is_clean_of_errors(self):
+        result = run("check", SAMPLE)
+        self.assertEqual(result.returncode, 0, result.stdout)
+        self.assertTrue(result.stdout.endswith("0 errors, 8 warnings in 8 files\n"), result.stdout)
+
+    def test_broken_unit_file_in_compiler_format(self):
+        tree = os.path.join(self.tmp, "tree")
+        shutil.copytree(SAMPLE, tree, symlinks=True)
+        lut = os.path.join(tree, PERSIST, "panel_zuva_a1_video_C3D_cali_p3.txt")
+        open(lut, "w").close()  # an empty unit file: read, so no golden fall-back
+        result = run("check", tree)
+        self.assertEqual(result.returncode, 4, result.stdout)
+        self.assertIn(lut + ": error: ", result.stdout)
+        as_json = json.loads(run("check", "--json", lut).stdout)
+        self.assertEqual([(f["line"], f["severity"]) for f in as_json["findings"]], [(None, "error")])
+
+    def test_usage_and_environment_errors(self):
+        self.assertEqual(run("check", "--as", "bogus", DEMO).returncode, 1)
+        self.assertEqual(run("check", os.path.join(self.tmp, "none")).returncode, 3)
+
+
 class Panels(TempDirTest):
     def init_panels(self, *args, **session):
         path = self.session([{"call": "init"}, {"call": "init", "panel": "own_panel"}], **session)

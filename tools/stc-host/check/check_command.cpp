@@ -10,34 +10,25 @@
 
 namespace stc_host {
 
-namespace {
-
-int Refuse(int code, const std::string &message) {
-    std::fprintf(stderr, "stc-host check: error: %s\n", message.c_str());
-    return code;
-}
-
-}  // namespace
-
 int RunCheck(const CheckOptions &options) {
     const std::optional<FileKind> forced = KindByName(options.as);
     if (!options.as.empty() && !forced) {
-        return Refuse(kExitUsageError,
-                      "--as " + options.as + ": expected lut, pcc, gamma or profile");
+        return Fail(kExitUsageError,
+                    "--as " + options.as + ": expected lut, pcc, gamma or profile");
     }
     if (options.paths.empty()) {
-        return Refuse(kExitUsageError, "no file or device tree to check");
+        return Fail(kExitUsageError, "no file or device tree to check");
     }
     Findings findings;
     for (const std::string &path : options.paths) {
         struct stat status;
         if (stat(path.c_str(), &status) != 0) {
-            return Refuse(kExitEnvironmentError, path + " does not exist");
+            return Fail(kExitEnvironmentError, path + " does not exist");
         }
         if (S_ISDIR(status.st_mode)) {
             if (forced) {
-                return Refuse(kExitUsageError, "--as applies to files, and " + path +
-                                                    " is a directory (a device tree)");
+                return Fail(kExitUsageError, "--as applies to files, and " + path +
+                                                 " is a directory (a device tree)");
             }
             const int result = CheckTree(path, options, findings);
             if (result != 0) {
@@ -47,8 +38,8 @@ int RunCheck(const CheckOptions &options) {
         }
         const std::optional<FileKind> kind = forced ? forced : GuessKind(path);
         if (!kind) {
-            return Refuse(kExitUsageError, "cannot tell from its name what " + path +
-                                                " is; name the kind with --as");
+            return Fail(kExitUsageError,
+                        "cannot tell from its name what " + path + " is; name the kind with --as");
         }
         CheckFile(path, *kind, findings);
     }

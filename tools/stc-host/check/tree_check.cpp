@@ -158,7 +158,7 @@ bool TreeCheck::RunInit(const std::string &panel, InitStory *story) {
     std::string error;
     std::unique_ptr<ScPostBlendInterface> plugin = library_.Create(&error);
     if (!plugin) {
-        std::fprintf(stderr, "stc-host check: error: %s\n", error.c_str());
+        Fail(kExitEnvironmentError, error);
         return false;
     }
     std::vector<LoggedLine> lines;
@@ -174,10 +174,10 @@ bool TreeCheck::RunInit(const std::string &panel, InitStory *story) {
         }
     }
     if (result != 0) {
-        std::fprintf(stderr,
-                     "stc-host check: error: Init of panel %s failed (%d), as the plug-in does "
-                     "when it cannot load libqdutils.so (pass its stand-in with --qdutils)\n",
-                     panel.c_str(), result);
+        Fail(kExitEnvironmentError,
+             "Init of panel " + panel + " failed (" + std::to_string(result) +
+                 "), as the plug-in does when it cannot load libqdutils.so (pass its stand-in "
+                 "with --qdutils)");
         return false;
     }
     *story = ReadInitLog(lines);
@@ -254,8 +254,7 @@ void TreeCheck::CheckPanel(const std::string &panel, const InitStory &story) {
 int TreeCheck::Run(const CheckOptions &options) {
     std::string error;
     if (!library_.Load(options.library, options.qdutils, &error)) {
-        std::fprintf(stderr, "stc-host check: error: %s\n", error.c_str());
-        return kExitEnvironmentError;
+        return Fail(kExitEnvironmentError, error);
     }
     ProfileFacts facts;
     CheckProfileFile(&facts);

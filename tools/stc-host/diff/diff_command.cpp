@@ -99,10 +99,9 @@ void PrintText(const std::string &file, const Json &entries) {
             fmt::print("{}: only in {}\n", where, e["only_in"].get<std::string>());
             continue;
         }
-        const std::string index = e["index_a"] == e["index_b"]
-                                      ? e["index_a"].dump()
-                                      : e["index_a"].dump() + " in A, " + e["index_b"].dump() +
-                                            " in B";
+        const std::string index = e["index_a"] == e["index_b"] ? e["index_a"].dump()
+                                                               : e["index_a"].dump() + " in A, " +
+                                                                     e["index_b"].dump() + " in B";
         fmt::print("{} (output index {}): {} field{} differ{}\n", where, index,
                    e["change_count"].get<size_t>(), e["change_count"] == 1 ? "" : "s",
                    e["change_count"] == 1 ? "s" : "");

@@ -14,11 +14,6 @@
 
 namespace stc_host {
 
-int Fail(int code, const std::string &message) {
-    fmt::print(stderr, "stc-host: error: {}\n", message);
-    return code;
-}
-
 bool UsableDeviceDir(const std::string &dir, std::string *error) {
     struct stat info;
     if (stat(dir.c_str(), &info) != 0) {

@@ -7,9 +7,6 @@
 
 namespace stc_host {
 
-// Prints "stc-host: error: MESSAGE" and returns `code`.
-int Fail(int code, const std::string &message);
-
 // A device directory that can be used, or the reason why not.
 bool UsableDeviceDir(const std::string &dir, std::string *error);
 
