@@ -9,8 +9,10 @@
 #include <vector>
 
 #include "picture/scene_items.h"
+#include "tests/fuzz/byte_reader.h"
 #include "tests/fuzz/fuzz_support.h"
 #include "tests/fuzz/host_calls_files.h"
+#include "tests/fuzz/member_snapshot.h"
 #include "tests/support/host_records.h"
 #include "tests/support/test_access.h"
 
@@ -18,8 +20,11 @@ namespace snapdragoncolor {
 namespace {
 
 using A = StcZuvaColorTestAccess;
+using stc_fuzz::ByteReader;
 using stc_fuzz::FileKind;
 using stc_fuzz::FileSlot;
+using stc_fuzz::Pick;
+using stc_fuzz::Snapshot;
 
 constexpr int kRefused = -22;
 constexpr int kMaxCalls = 24;
@@ -78,114 +83,8 @@ struct HostBlob {
     uint8_t bytes[56];
 };
 
-// Bytes by memcpy: an element-wise copy of two LUTs per call would dominate the run.
-template <typename T>
-void AddBytes(std::vector<uint8_t> &out, const T &value) {
-    const size_t at = out.size();
-    out.resize(at + sizeof(T));
-    std::memcpy(out.data() + at, &value, sizeof(T));
-}
-
-bool SameBytes(const std::vector<uint8_t> &a, const std::vector<uint8_t> &b) {
-    return a.size() == b.size() && std::memcmp(a.data(), b.data(), a.size()) == 0;
-}
-
-// Every member but the constant dispatch tables and the mutex.
-struct Snapshot {
-    std::vector<uint8_t> plain;  // the plain members' bytes
-    std::vector<std::tuple<uint32_t, uint32_t, uint32_t, std::vector<std::string>, std::string>>
-        modes;
-    std::vector<std::vector<std::string>> lists;
-    std::vector<std::string> texts;
-    std::vector<std::vector<int>> curves;
-    int32_t panel_type;
-
-    bool operator==(const Snapshot &o) const {
-        return SameBytes(plain, o.plain) &&
-               std::tie(modes, lists, texts, curves, panel_type) ==
-                   std::tie(o.modes, o.lists, o.texts, o.curves, o.panel_type);
-    }
-};
-
-Snapshot Take(StcZuvaColor &c) {
-    Snapshot s;
-    std::vector<uint8_t> &p = s.plain;
-    AddBytes(p, A::init_done_(c)), AddBytes(p, A::dimming_pending_(c));
-    AddBytes(p, A::refresh_screen_(c)), AddBytes(p, A::qdutils_handle_(c));
-    AddBytes(p, A::pcc_attenuation_factor_(c)), AddBytes(p, A::pq_levels_(c));
-    AddBytes(p, A::latched_scene_id_(c)), AddBytes(p, A::curr_scene_id_(c));
-    AddBytes(p, A::curr_scene_val_(c)), AddBytes(p, A::pq_update_pending_(c));
-    AddBytes(p, A::de_update_pending_(c)), AddBytes(p, A::process_cnt_(c));
-    AddBytes(p, A::calibrated_lut3d_srgb_(c)), AddBytes(p, A::calibrated_lut3d_p3_(c));
-    AddBytes(p, A::has_calib_3dlut_(c)), AddBytes(p, A::calibrated_pcc_(c));
-    AddBytes(p, A::en_calibrated_3dlut_(c)), AddBytes(p, A::en_calibrated_pcc_(c));
-    AddBytes(p, A::active_mode_id_(c)), AddBytes(p, A::cali_gamut_(c));
-    AddBytes(p, A::clr_trsfm_(c)), AddBytes(p, A::print_log_(c)), AddBytes(p, A::is_primary_(c));
-    AddBytes(p, A::glimra_enabled_(c)), AddBytes(p, A::is_cli_(c));
-    AddBytes(p, A::has_dt_panel_name_(c)), AddBytes(p, A::use_incoming_panel_name_(c));
-    AddBytes(p, A::is_linear_gamma_(c)), AddBytes(p, A::glimra_disabled_(c));
-    std::vector<ColorMode> modes = A::color_modes_(c);
-    modes.push_back(A::active_color_mode_(c));
-    for (const ColorMode &m : modes) {
-        s.modes.emplace_back(m.gamut, m.gamma, m.intent, m.hw_assets, m.name);
-    }
-    const stcXmlresult &x = A::xml_result_(c);
-    s.lists = {x.prim_panel_list, x.cli_panel_list, x.nonlinear_srgb_panels};
-    s.texts = {x.prim_name_path,  x.cli_name_path,         x.init_name_path,
-               A::panel_name_(c), A::qdutils_lib_name_(c), A::refresh_func_name_(c)};
-    s.curves = {A::glimra_boost_curve_(c), A::glimra_base_curve_(c)};
-    s.panel_type = x.init_panel_type;
-    return s;
-}
-
-// Reads the input front to back, so that seeds can be written by hand (host_calls_seeds.py);
-// past its end every value is 0.
-class ByteReader {
-  public:
-    ByteReader(const uint8_t *data, size_t size) : data_(data), size_(size) {}
-
-    size_t Remaining() const { return size_ - pos_; }
-    uint8_t Byte() { return pos_ < size_ ? data_[pos_++] : 0; }
-    bool Bool() { return Byte() & 1; }
-    // 0 .. n-1.
-    size_t Range(size_t n) { return Byte() % n; }
-    uint32_t U32() { return Raw<uint32_t>(); }
-    int32_t I32() { return Raw<int32_t>(); }
-    float F32() { return Raw<float>(); }
-    double F64() { return Raw<double>(); }
-    // Up to 600 bytes, after a two-byte length.
-    std::string Text() {
-        const size_t low = Byte(), high = Byte();
-        size_t n = std::min<size_t>((low | high << 8) % 601, Remaining());
-        std::string text(reinterpret_cast<const char *>(data_ + pos_), n);
-        pos_ += n;
-        return text;
-    }
-
-  private:
-    template <typename T>
-    T Raw() {
-        uint8_t bytes[sizeof(T)];
-        for (uint8_t &b : bytes) {
-            b = Byte();
-        }
-        T value;
-        std::memcpy(&value, bytes, sizeof(T));
-        return value;
-    }
-
-    const uint8_t *data_;
-    size_t size_;
-    size_t pos_ = 0;
-};
-
 int RefreshStandIn() {
     return 0;
-}
-
-template <typename T, size_t N>
-T Pick(ByteReader &in, const T (&table)[N]) {
-    return table[in.Range(N)];
 }
 
 // A length that is right, one off either way, zero or anything.
@@ -264,7 +163,7 @@ HwConfigPayload MakeEntry(ByteReader &in, std::vector<ProposedEntry> *proposed) 
     }
     std::vector<uint8_t> bytes;
     if (kind >= kEditedBlocks) {
-        AddBytes(bytes, *static_cast<HostBlob *>(entry.hw_payload.get()));
+        stc_fuzz::AddBytes(bytes, *static_cast<HostBlob *>(entry.hw_payload.get()));
     }
     proposed->push_back({entry.hw_asset, entry.hw_payload, bytes});
     return entry;
@@ -299,13 +198,13 @@ class HostSession {
     // Runs one host call; a refused one must leave every member as it was.
     template <typename F>
     int Call(F call, bool refusal_keeps_state) {
-        const Snapshot before = refusal_keeps_state ? Take(c_) : Snapshot();
+        const Snapshot before = refusal_keeps_state ? stc_fuzz::Take(c_) : Snapshot();
         stc_fuzz::CallStarted();
         const int result = call();
         stc_fuzz::CallEnded();
         stc_fuzz::Log().Clear();
         if (refusal_keeps_state && result == kRefused) {
-            STC_FUZZ_CHECK(Take(c_) == before, "a refused call changed a member");
+            STC_FUZZ_CHECK(stc_fuzz::Take(c_) == before, "a refused call changed a member");
         }
         return result;
     }
@@ -451,8 +350,9 @@ class HostSession {
         STC_FUZZ_CHECK(entry.hw_payload == was.record, "%s record replaced", was.block.c_str());
         if (was.record) {
             std::vector<uint8_t> now;
-            AddBytes(now, *static_cast<HostBlob *>(entry.hw_payload.get()));
-            STC_FUZZ_CHECK(SameBytes(now, was.bytes), "%s record changed", was.block.c_str());
+            stc_fuzz::AddBytes(now, *static_cast<HostBlob *>(entry.hw_payload.get()));
+            STC_FUZZ_CHECK(stc_fuzz::SameBytes(now, was.bytes), "%s record changed",
+                           was.block.c_str());
         }
     }
 
@@ -503,8 +403,8 @@ extern "C" int LLVMFuzzerInitialize(int *, char ***) {
 }
 
 extern "C" int LLVMFuzzerTestOneInput(const uint8_t *data, size_t size) {
-    snapdragoncolor::ByteReader in(data, size);
-    const std::string panel = snapdragoncolor::Pick(in, snapdragoncolor::kPanels);
+    stc_fuzz::ByteReader in(data, size);
+    const std::string panel = stc_fuzz::Pick(in, snapdragoncolor::kPanels);
     stc_fuzz::ResetDevice(panel, in.Bool());
     stc_fuzz::Log().Clear();
     auto session = std::make_unique<snapdragoncolor::HostSession>(in, panel);
