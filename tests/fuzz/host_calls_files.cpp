@@ -89,6 +89,41 @@ std::string GammaText(FileKind kind) {
     }
 }
 
+std::string ProfileText(FileKind kind) {
+    switch (kind) {
+        case FileKind::kValid:
+            return kProfile;
+        case FileKind::kOtherValid: {
+            // A block of its own makes every panel of the session a CLI panel.
+            std::string text = kProfile;
+            return text.insert(text.rfind("</ZuvaStcConfigs>"),
+                               "  <panel name=\"zuva\"><type>cli</type><path>"
+                               "/sys/class/drm/card0-DSI-2/panelName</path></panel>\n");
+        }
+        case FileKind::kOneShort:
+            return "<ZuvaStcConfigs/>";
+        case FileKind::kOneOver:
+            return std::string(kProfile) + kProfile;  // not well-formed: two roots
+        default:
+            return std::string(kProfile).substr(0, 60);
+    }
+}
+
+std::string NameText(const std::string &panel, FileKind kind) {
+    switch (kind) {
+        case FileKind::kValid:
+            return panel + "\n";
+        case FileKind::kOtherValid:
+            return panel;
+        case FileKind::kOneShort:
+            return "abcd\n";
+        case FileKind::kOneOver:
+            return std::string(300, 'n');
+        default:
+            return panel + "\r\n";
+    }
+}
+
 std::string SlotPath(const std::string &panel, FileSlot slot) {
     const std::string unit = "/mnt/vendor/persist/display/panel_" + panel + "_C3D_cali_";
     const std::string golden = "/vendor/etc/display/panel_" + panel + "_C3D_cali_";
@@ -105,14 +140,22 @@ std::string SlotPath(const std::string &panel, FileSlot slot) {
             return golden + "p3.txt";
         case FileSlot::kGoldenPcc:
             return golden + "pcc.txt";
+        case FileSlot::kProfile:
+            return "/vendor/etc/display/zuva_stc_profile.xml";
+        case FileSlot::kNameNode:
+            return "/sys/class/drm/card0-DSI-1/panelName";
         case FileSlot::kGamma:
             break;
     }
     return "/vendor/etc/display/panel_" + panel + "_gamma_srgb.txt";
 }
 
-std::string Content(FileSlot slot, FileKind kind) {
+std::string Content(const std::string &panel, FileSlot slot, FileKind kind) {
     switch (slot) {
+        case FileSlot::kProfile:
+            return ProfileText(kind);
+        case FileSlot::kNameNode:
+            return NameText(panel, kind);
         case FileSlot::kUnitPcc:
         case FileSlot::kGoldenPcc:
             return PccText(kind);
@@ -152,14 +195,13 @@ void ResetDevice(const std::string &panel, bool with_profile) {
         g_fifos.clear();
     }
     tree.MakeDir("/vendor/etc/display");
-    if (with_profile) {
-        tree.WriteFile("/vendor/etc/display/zuva_stc_profile.xml", kProfile);
-    }
-    tree.WriteFile("/sys/class/drm/card0-DSI-1/panelName", panel + "\n");
     tree.WriteFile("/sys/class/drm/card0-DSI-2/panelName", panel + "\n");
-    for (FileSlot slot :
-         {FileSlot::kUnitSrgb, FileSlot::kUnitP3, FileSlot::kUnitPcc, FileSlot::kGamma}) {
+    for (FileSlot slot : {FileSlot::kUnitSrgb, FileSlot::kUnitP3, FileSlot::kUnitPcc,
+                          FileSlot::kGamma, FileSlot::kNameNode}) {
         SetFile(panel, slot, FileKind::kValid, "");
+    }
+    if (with_profile) {
+        SetFile(panel, FileSlot::kProfile, FileKind::kValid, "");
     }
 }
 
@@ -187,7 +229,7 @@ void SetFile(const std::string &panel, FileSlot slot, FileKind kind, const std::
             return;
         }
         default:
-            return tree.WriteFile(path, Content(slot, kind));
+            return tree.WriteFile(path, Content(panel, slot, kind));
     }
 }
 

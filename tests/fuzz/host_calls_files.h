@@ -7,8 +7,18 @@
 
 namespace stc_fuzz {
 
-enum class FileSlot { kUnitSrgb, kUnitP3, kUnitPcc, kGoldenSrgb, kGoldenP3, kGoldenPcc, kGamma };
-constexpr int kFileSlots = 7;
+enum class FileSlot {
+    kUnitSrgb,
+    kUnitP3,
+    kUnitPcc,
+    kGoldenSrgb,
+    kGoldenP3,
+    kGoldenPcc,
+    kGamma,
+    kProfile,
+    kNameNode,  // the display driver's panel-name node
+};
+constexpr int kFileSlots = 9;
 
 // What a file slot can hold; the last kinds are not regular files.
 enum class FileKind {
@@ -26,7 +36,8 @@ enum class FileKind {
 constexpr int kFileKinds = 10;
 
 // Empties the device tree and lays out a serving device for `panel`: name nodes, every
-// calibration file valid in the unit's directory, a valid gamma file and, if asked, the profile.
+// calibration file valid in the unit's directory, a valid gamma file and, if asked, the profile
+// (which lists the three panels of host_calls_fuzz and makes zuva_b3_video non-linear).
 void ResetDevice(const std::string &panel, bool with_profile);
 
 // Puts `kind` (with `bytes` for kFuzzBytes) into the slot's file of `panel`.

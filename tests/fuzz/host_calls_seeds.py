@@ -15,7 +15,7 @@ BLOCKS = ["PostBlendPCC", "PostBlendPa", "PostBlendGamut", "PostBlendGC", "PostB
           "PostBlendIGC", "PostBlendDither", "PostBlendPaDither", "PostBlendGc", "PostBlendGamut ",
           "postblendpcc", "PostBlendGCX", ""]
 SLOTS = {"unit_srgb": 0, "unit_p3": 1, "unit_pcc": 2, "golden_srgb": 3, "golden_p3": 4,
-         "golden_pcc": 5, "gamma": 6}
+         "golden_pcc": 5, "gamma": 6, "profile": 7, "name_node": 8}
 KINDS = {"missing": 0, "valid": 1, "other": 2, "one_short": 3, "one_over": 4, "broken": 5,
          "empty": 6, "bytes": 7, "directory": 8, "fifo": 9}
 
@@ -88,6 +88,12 @@ SEEDS = {
     "nonlinear_all_zero_gamma": start("zuva_b3_video") + change("gamma", "broken") + init()
     + colour("ZUVA_GLIMRA", 1) + operation([entry("PostBlendGC", gamma_length=3)]),
     "fifo_calibration_file": start("zuva_a1_video") + change("unit_pcc", "fifo") + init(),
+    "fifo_profile_and_name": start("zuva_a1_video") + change("profile", "fifo") + init()
+    + change("profile", "valid") + change("unit_srgb", "missing") + change("name_node", "fifo")
+    + init(),
+    "profile_and_name_changing": start("zuva_c2_cmd_363") + change("profile", "broken") + init()
+    + deinit() + change("profile", "other") + change("name_node", "broken") + init()
+    + colour("LOAD_3DLUT", 0) + change("profile", "one_short") + init() + operation(GAMUT),
     "calibration_run": start("zuva_a1_video") + init() + operation(GAMUT, intent=0x103)
     + colour("FAC_CALIBRATION", 0) + change("unit_srgb", "other") + colour("LOAD_3DLUT", 0)
     + colour("FAC_CALIBRATION", 1) + operation(GAMUT + [entry("PostBlendPCC")], intent=0x103)
