@@ -25,22 +25,52 @@
 #include "tests/support/host_records.h"
 #include "tests/support/test_access.h"
 
-// Every allocation of the executable, the plug-in's included, goes through here.
+// Every allocation of the executable, the plug-in's included, goes through here. All forms are
+// replaced, so that no new of one runtime meets a delete of another.
 namespace {
 std::atomic<uint64_t> g_allocations{0};
-}  // namespace
 
-void *operator new(size_t size) {
+void *Allocate(size_t size) noexcept {
     ++g_allocations;
-    if (void *p = std::malloc(size ? size : 1)) {
+    return std::malloc(size ? size : 1);
+}
+
+void *AllocateOrThrow(size_t size) {
+    if (void *p = Allocate(size)) {
         return p;
     }
     throw std::bad_alloc();
 }
+}  // namespace
+
+void *operator new(size_t size) {
+    return AllocateOrThrow(size);
+}
+void *operator new[](size_t size) {
+    return AllocateOrThrow(size);
+}
+void *operator new(size_t size, const std::nothrow_t &) noexcept {
+    return Allocate(size);
+}
+void *operator new[](size_t size, const std::nothrow_t &) noexcept {
+    return Allocate(size);
+}
 void operator delete(void *p) noexcept {
     std::free(p);
 }
+void operator delete[](void *p) noexcept {
+    std::free(p);
+}
 void operator delete(void *p, size_t) noexcept {
+    std::free(p);
+}
+void operator delete[](void *p, size_t) noexcept {
+    std::free(p);
+}
+void operator delete(void *p, const std::nothrow_t &) noexcept {
+    std::free(p);
+}
+void operator delete[](void *p, const std::nothrow_t &) noexcept {
     std::free(p);
 }
 
