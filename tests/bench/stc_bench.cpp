@@ -17,6 +17,7 @@
 #include <map>
 #include <memory>
 #include <new>
+#include <stdexcept>
 #include <string>
 #include <vector>
 
@@ -208,9 +209,17 @@ size_t CountLines(const std::string &device_path) {
 struct ServingDisplay {
     ServingDisplay() : plugin(NewPlugin()) {
         plugin->Init(kPanel);
+        // The sRGB view of a calibration run: both stages apply whatever the intent, so every
+        // pass copies the table and the PCC.
+        A::cali_gamut_(*plugin) = kGamutSrgb;
         output.payload = {stc_test::Entry(kPbGamut, std::make_shared<GamutConfig>()),
                           stc_test::Entry(kPbPCC, std::make_shared<PccConfig>())};
         PlainPass();  // the update pass the readers asked for
+        const auto *gamut = stc_test::RecordOf<GamutConfig>(output.payload[0]);
+        const auto *pcc = stc_test::RecordOf<PccConfig>(output.payload[1]);
+        if (gamut->num != kGamutEntries || !pcc->enabled) {
+            throw std::runtime_error("the calibrated LUT or PCC did not reach the blocks");
+        }
     }
     // The PCC stage appends an entry on every pass; it is dropped to keep the list as proposed.
     int PlainPass() {
