@@ -1,7 +1,8 @@
 #!/usr/bin/env bash
 # Sets up the machine, then builds and runs every test suite:
-#   native: a plain build with the platform build's flags, one under AddressSanitizer +
-#           UndefinedBehaviorSanitizer, and the concurrency tests under ThreadSanitizer;
+#   native: a plain build with the platform build's flags (and one run of the benchmarks), one
+#           under AddressSanitizer + UndefinedBehaviorSanitizer, the concurrency tests under
+#           ThreadSanitizer, and a short fuzzing run of every fuzz target;
 #   arm64:  the whole suite cross-built for AArch64 (platform flags on) and run under qemu-user.
 # Usage: run_tests.sh [--native | --arm64]   (default: native, then arm64)
 set -euo pipefail
@@ -29,11 +30,16 @@ if ((want_native)); then
   export ASAN_OPTIONS=detect_leaks=1:abort_on_error=1
   export UBSAN_OPTIONS=print_stacktrace=1:halt_on_error=1
   run_suite plain -DSTC_PLATFORM_FLAGS=ON
+  # Each benchmark once, with few samples: CI checks that it runs, not how fast.
+  build/plain/tests/stc_bench --benchmark-samples 3 --benchmark-resamples 10 \
+    --benchmark-warmup-time 10
   run_suite asan -DSTC_SANITIZE=ON
   export TSAN_OPTIONS=halt_on_error=1:second_deadlock_stack=1
   # Only the concurrency tests run under ThreadSanitizer, so only their executable is built.
   STC_BUILD_TARGETS=stc_unit_tests STC_CTEST_ARGS="-R $(paste -sd'|' tests/tsan_suite.txt)" \
     run_suite tsan -DSTC_TSAN=ON
+  # Replays every fuzz corpus and fuzzes each target briefly.
+  bash scripts/run_fuzz.sh 3
 fi
 
 if ((want_arm64)); then

@@ -4,7 +4,7 @@
 set -euo pipefail
 
 PACKAGES=(
-  clang libc++-dev libc++abi-dev lld cmake ninja-build pkg-config
+  clang libc++-dev libc++abi-dev libclang-rt-14-dev lld cmake ninja-build pkg-config
   libxml2-dev android-liblog-dev android-libutils-dev
   libgtest-dev googletest catch2
   nlohmann-json3-dev libcli11-dev libfmt-dev
