@@ -4,6 +4,7 @@
 #define STC_CALIBRATION_TEXT_NUMBER_H_
 
 #include <climits>
+#include <cstddef>
 
 namespace snapdragoncolor {
 
@@ -40,13 +41,17 @@ inline bool ScanDecimal(const char **text, long *value) {
         return false;
     }
     // Eighteen digits always fit; only a longer run needs the careful path.
-    const char *const first = p;
-    unsigned long magnitude = 0;
-    for (; IsDigit(*p) && p - first < 18; ++p) {
-        magnitude = magnitude * 10 + static_cast<unsigned>(*p - '0');
+    size_t digits = 1;
+    while (IsDigit(p[digits])) {
+        ++digits;
     }
-    if (IsDigit(*p)) {
-        const DigitRun run = ScanLongDigits(p, magnitude);
+    unsigned long magnitude = 0;
+    if (digits <= 18) {
+        for (const char *end = p + digits; p < end; ++p) {
+            magnitude = magnitude * 10 + static_cast<unsigned>(*p - '0');
+        }
+    } else {
+        const DigitRun run = ScanLongDigits(p, 0);
         magnitude = run.magnitude;
         p = run.end;
     }

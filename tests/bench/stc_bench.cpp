@@ -25,6 +25,7 @@
 #include "tests/support/device_tree.h"
 #include "tests/support/host_records.h"
 #include "tests/support/test_access.h"
+#include "tools/stc-host/check/check.h"
 
 // Every allocation of the executable, the plug-in's included, goes through here. All forms are
 // replaced, so that no new of one runtime meets a delete of another.
@@ -92,6 +93,7 @@ constexpr const char *kLutRead = "read3DlutFromFile, 4913 lines";
 constexpr const char *kLutCount = "reference: read the LUT file and count its lines";
 constexpr const char *kPlainPass = "render intent, plain pass (calibrated LUT and PCC)";
 constexpr const char *kLutCopy = "reference: one 117,928-byte memcpy";
+constexpr const char *kCheckUnit = "stc-host check of one unit (two LUTs and a PCC)";
 
 void DropLine(const struct __android_logger_data *, const char *) {}
 
@@ -326,6 +328,17 @@ TEST_CASE("Plain render-intent pass, beside copying one calibrated table") {
     Figures().push_back({"plain pass / memcpy", [] { return Ratio(kPlainPass, kLutCopy); }});
     Figures().push_back(
         {"allocations per plain pass", [per_pass] { return Format("%.1f", per_pass); }});
+}
+
+TEST_CASE("Calibration checker throughput, one unit at a time") {
+    const std::vector<std::string> unit = {TheDevice().tree.HostPath(kSrgb),
+                                           TheDevice().tree.HostPath(kP3),
+                                           TheDevice().tree.HostPath(kPcc)};
+    BENCHMARK(kCheckUnit) {
+        return stc_host::CheckUnit(unit);
+    };
+    Figures().push_back(
+        {"units checked per second", [] { return Format("%.0f", 1e9 / Means()[kCheckUnit]); }});
 }
 
 }  // namespace
