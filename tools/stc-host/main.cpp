@@ -13,7 +13,8 @@ namespace {
 
 using namespace stc_host;
 
-void AddRunOptions(CLI::App &app, Options &options) {
+// The session and the plug-in it is played against: the run and preview commands share them.
+void AddSessionOptions(CLI::App &app, Options &options) {
     app.add_option("-s,--session", options.session,
                    "Session file (JSON) listing the host's calls, or - for standard input, e.g. "
                    "examples/sessions/demo.json")
@@ -32,6 +33,10 @@ void AddRunOptions(CLI::App &app, Options &options) {
                    "Stand-in of libqdutils.so made reachable for the plug-in, e.g. "
                    "build/plain/qdutils/libqdutils.so")
         ->capture_default_str();
+}
+
+void AddRunOptions(CLI::App &app, Options &options) {
+    AddSessionOptions(app, options);
     app.add_flag("--no-qdutils", options.no_qdutils,
                  "Do not provide libqdutils.so (shows Init's refusal), e.g. --no-qdutils");
     app.add_option("--log-level", options.log_level,
@@ -50,14 +55,7 @@ void AddRunOptions(CLI::App &app, Options &options) {
 }
 
 void AddPreviewOptions(CLI::App &preview, Options &run, PreviewOptions &options) {
-    preview.add_option("-s,--session", run.session, "Session file to play, e.g. s.json")
-        ->capture_default_str();
-    preview.add_option("-d,--device", run.device, "Device tree the plug-in sees")
-        ->capture_default_str();
-    preview.add_option("-l,--lib", run.library, "Plug-in library to load")->capture_default_str();
-    preview.add_option("--qdutils", run.qdutils, "Stand-in of libqdutils.so")
-        ->capture_default_str();
-    preview.add_option("-p,--panel", run.panel, "Panel name for init calls that name none");
+    AddSessionOptions(preview, run);
     CLI::Option *image = preview.add_option("--image", options.image, "Input PNG, e.g. photo.png");
     CLI::Option *chart = preview.add_option("--chart", options.chart,
                                             "Built-in chart instead of an image: patches, ramps or "
