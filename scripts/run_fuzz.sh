@@ -1,9 +1,9 @@
 #!/usr/bin/env bash
-# Builds the libFuzzer targets (ASan + UBSan) in build/fuzz and fuzzes each one for SECONDS
-# (default 60), starting from its checked-in corpus in tests/fuzz/corpus/<target>, which is only
-# read: new inputs go to build/fuzz/scratch/<target>, crashes to build/fuzz/artifacts/<target>/,
-# the fuzzer's output to build/fuzz/logs/<target>.log. Exits non-zero when any target finds a
-# crash, a leak or a broken invariant.
+# Builds the libFuzzer targets (ASan + UBSan) in build/fuzz, or in $STC_FUZZ_BUILD, and fuzzes
+# each one for SECONDS (default 60), starting from its checked-in corpus in
+# tests/fuzz/corpus/<target>, which is only read: new inputs go to <build>/scratch/<target>,
+# crashes to <build>/artifacts/<target>/, the fuzzer's output to <build>/logs/<target>.log. Exits
+# non-zero when any target finds a crash, a leak or a broken invariant.
 # Usage: run_fuzz.sh [SECONDS_PER_TARGET]
 set -euo pipefail
 cd "$(dirname "$0")/.."
@@ -12,7 +12,8 @@ seconds=${1:-60}
 [[ $seconds =~ ^[0-9]+$ ]] || { echo "usage: $0 [SECONDS_PER_TARGET]" >&2; exit 1; }
 
 bash scripts/setup.sh
-dir=build/fuzz
+# The ASan suite of the test command builds the targets too and lends its directory.
+dir=${STC_FUZZ_BUILD:-build/fuzz}
 # Every target has a corpus directory of its own name.
 targets=$(cd tests/fuzz/corpus && ls -d -- */ | tr -d /)
 cmake -S . -B "$dir" -G Ninja -DCMAKE_BUILD_TYPE=RelWithDebInfo -DSTC_SANITIZE=ON -DSTC_FUZZ=ON \

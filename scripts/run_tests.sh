@@ -33,13 +33,14 @@ if ((want_native)); then
   # Each benchmark once, with few samples: CI checks that it runs, not how fast.
   build/plain/tests/stc_bench --benchmark-samples 3 --benchmark-resamples 10 \
     --benchmark-warmup-time 10
-  run_suite asan -DSTC_SANITIZE=ON
+  # The ASan build also holds the fuzz targets (and replays their corpora as tests).
+  run_suite asan -DSTC_SANITIZE=ON -DSTC_FUZZ=ON
   export TSAN_OPTIONS=halt_on_error=1:second_deadlock_stack=1
   # Only the concurrency tests run under ThreadSanitizer, so only their executable is built.
   STC_BUILD_TARGETS=stc_unit_tests STC_CTEST_ARGS="-R $(paste -sd'|' tests/tsan_suite.txt)" \
     run_suite tsan -DSTC_TSAN=ON
   # Replays every fuzz corpus and fuzzes each target briefly.
-  bash scripts/run_fuzz.sh 3
+  STC_FUZZ_BUILD=build/asan bash scripts/run_fuzz.sh 3
 fi
 
 if ((want_arm64)); then
