@@ -22,6 +22,7 @@ struct StcZuvaColorTestAccess {
     STC_MEMBER(set_property_map_)
     STC_MEMBER(get_property_map_)
     STC_MEMBER(ops_map_)
+    STC_MEMBER(mutex_)
     STC_MEMBER(init_done_)
     STC_MEMBER(dimming_pending_)
     STC_MEMBER(color_modes_)
