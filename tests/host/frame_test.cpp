@@ -175,21 +175,6 @@ TEST_F(FrameTest, ColourModeChangeIsLoggedOncePerModeAndIgnoresId) {
     }
 }
 
-TEST_F(FrameTest, DeInitTwiceThenOperationsAreRefusedUntilInit) {
-    InitPlugin();
-    EXPECT_EQ(plugin_->DeInit(), 0);
-    EXPECT_EQ(plugin_->DeInit(), 0);
-    EXPECT_EQ(log_.Count(kD, "DeInit: Entering\n"), 2);
-    HwConfigOutputParams output;
-    log_.Clear();
-    EXPECT_EQ(Operation(nullptr, &output), -22);
-    ExpectOnlyLine(kE, "ProcessOps: Invalid params init_done_ 0 output ");
-    bool flag;
-    EXPECT_EQ(Get(*plugin_, kNeedsUpdate, &flag), -22) << "after DeInit";
-    EXPECT_EQ(plugin_->Init("panelA_video"), 0);
-    EXPECT_EQ(Get(*plugin_, kNeedsUpdate, &flag), 0) << "after a new Init";
-}
-
 // Whether the process can read its own memory the way libunwindstack does.
 bool CanReadOwnMemory() {
     int probe = 42, copy = 0;

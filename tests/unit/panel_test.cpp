@@ -233,9 +233,17 @@ TEST_F(PanelTest, InitOpensTheLibraryOnceAndAppendsTheModeFirst) {
     A::qdutils_lib_name_(*c_) = "libqdutils.so";
     EXPECT_EQ(c_->Init("abc"), 0);
     EXPECT_NE(A::qdutils_handle_(*c_), nullptr);
-    EXPECT_EQ(c_->DeInit(), 0);
-    EXPECT_EQ(A::qdutils_handle_(*c_), nullptr) << "DeInit closes the library";
-    EXPECT_NE(A::refresh_screen_(*c_), nullptr) << "DeInit keeps the entry";
+    for (int i = 0; i < 2; ++i) {
+        EXPECT_EQ(c_->DeInit(), 0) << i;
+        EXPECT_EQ(A::qdutils_handle_(*c_), nullptr) << "DeInit closes the library";
+        EXPECT_NE(A::refresh_screen_(*c_), nullptr) << "DeInit keeps the entry";
+    }
+    EXPECT_EQ(log_.Count(kD, "DeInit: Entering\n"), 2);
+    ScPayload none;
+    EXPECT_EQ(c_->ProcessOps(kScModeRenderIntent, none, &none), -22) << "after DeInit";
+    const auto refused = log_.Matching("ProcessOps: Invalid params init_done_ 0 output ");
+    ASSERT_EQ(refused.size(), 1u);
+    EXPECT_EQ(refused[0].priority, kE);
     EXPECT_EQ(c_->Init("abc"), 0);
     EXPECT_EQ(A::qdutils_handle_(*c_), nullptr) << "not opened again";
     EXPECT_EQ(A::color_modes_(*c_).size(), 4u) << "one standard mode per Init that got so far";
