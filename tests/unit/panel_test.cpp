@@ -145,7 +145,12 @@ TEST_F(PanelTest, InitClassifiesThePanel) {
         <config id="zgl_nonlinear_srgb"><panelname>panelA</panelname></config>
         <panel name="pB"><type>cli</type></panel><panel name="pC"><type>primary</type></panel>)";
     const char *block = R"(<panel name="xyz"><type>cli</type></panel>)";
-    const std::string by_name = "No panelList in STC XML, treat it as a ";
+    const std::string cli_name =
+                          "No panelList in STC XML, treat it as a CLI panel as panel name "
+                          "contains _363",
+                      primary_name =
+                          "No panelList in STC XML, treat it as a Primary panel as "
+                          "panel name doesnt contains _363";
     const struct {
         const char *profile;  // null: one that cannot be used
         const char *name;
@@ -153,43 +158,23 @@ TEST_F(PanelTest, InitClassifiesThePanel) {
         const char *state;
         V messages;
     } cases[] = {
-        {nullptr, "abc_363_cmd", true, "-CL1", {by_name + "CLI panel as panel name contains _363"}},
-        {nullptr, "abc_ cli", true, "-CL1", {by_name + "CLI panel as panel name contains _363"}},
-        {nullptr,
-         "abc_cli",
-         true,
-         "P-L1",
-         {by_name + "Primary panel as panel name doesnt contains _363"}},
-        {lists,
-         "panelA_video",
-         false,
-         "PC-1",
+        // clang-format off
+        {nullptr, "abc_363_cmd", true, "-CL1", {cli_name}},
+        {nullptr, "abc_ cli", true, "-CL1", {cli_name}},
+        {nullptr, "abc_cli", true, "P-L1", {primary_name}},
+        {nullptr, "abc363", true, "P-L1", {primary_name}},
+        {lists, "panelA_video", false, "PC-1",
          {"Cli panel panelA_video confirmed", "Init: nonLinearSrgbGamma panel panelA_video found"}},
-        {lists,
-         "pan_x",
-         true,
-         "PCL1",
-         {"Init: primary panel pan_x confirmed", "primary: compare [pan_x] ~ [pan]",
-          "cli: compare [pan_x] ~ [panelA_v]"}},
-        {lists,
-         "pB_video",
-         true,
-         "-CL1",
-         {"init: panel type=1 is_primary_=0 is_cli_=1 name=[pB_video]",
-          "Init: cli panel pB_video confirmed"}},
-        {lists,
-         "pC",
-         true,
-         "P-L1",
-         {"Init: primary panel pC confirmed",
-          "init: panel type=0 is_primary_=1 is_cli_=0 name=[pC]"}},
+        {lists, "pan_x", true, "PCL1", {"Init: primary panel pan_x confirmed",
+         "primary: compare [pan_x] ~ [pan]", "cli: compare [pan_x] ~ [panelA_v]"}},
+        {lists, "pB_video", true, "-CL1", {"Init: cli panel pB_video confirmed",
+         "init: panel type=1 is_primary_=0 is_cli_=1 name=[pB_video]"}},
+        {lists, "pC", true, "P-L1", {"Init: primary panel pC confirmed",
+         "init: panel type=0 is_primary_=1 is_cli_=0 name=[pC]"}},
         {block, "xyz", false, "-CL1", {"Init: cli panel xyz confirmed"}},
-        {lists,
-         "pa",
-         false,
-         "--L0",
-         {"panel pa dosent support zuva calibration. If needed, please add in its name into stc "
-          "config xml"}},
+        {lists, "pa", false, "--L0", {"panel pa dosent support zuva calibration. If needed, "
+         "please add in its name into stc config xml"}},
+        // clang-format on
     };
     for (const auto &c : cases) {
         SCOPED_TRACE(c.name);
@@ -254,17 +239,26 @@ TEST_F(PanelTest, VendorCalibrationScanSkipsDirectoriesAndStopsInit) {
     std::filesystem::create_symlink(dev_.HostPath("/none"), dev_.HostPath(kPersist + "dangling"));
     EXPECT_FALSE(A::isQcCalibrtPresent(*c_, ""));
     dev_.WriteFile(kPersist + "x_factory_calib_data_mipi_zuv", "");
+    dev_.WriteFile(kPersist + "y_factory_calib_data_mipi_zuv", "");
     EXPECT_EQ(c_->Init("abc"), 0);
     EXPECT_FALSE(A::init_done_(*c_));
     EXPECT_TRUE(A::color_modes_(*c_).empty()) << "nothing done";
     ExpectLogged(kD, "Init", {"QC calibration param present, exit"});
     ExpectLogged(kW, "isQcCalibrtPresent",
                  {kPersist + "factory_calib_data_mipi_zuv_x is directory",
-                  kPersist + ".. is directory", kPersist + "dangling error stat",
-                  "Found Qc calibration param file " + kPersist + "x_factory_calib_data_mipi_zuv"});
+                  kPersist + ".. is directory", kPersist + "dangling error stat"});
     ExpectLogged(kD, "isQcCalibrtPresent",
-                 {"check qcom calibration param file under " + kPersistDir,
-                  "check calibration param file " + kPersist + "x_factory_calib_data_mipi_zuv"});
+                 {"check qcom calibration param file under " + kPersistDir});
+    // The scan stops at the first marker, whichever the directory yields first.
+    const auto checked =
+        log_.Matching("isQcCalibrtPresent: check calibration param file " + kPersist);
+    const auto found = log_.Matching("isQcCalibrtPresent: Found Qc calibration param file ");
+    ASSERT_EQ(checked.size(), 1u);
+    ASSERT_EQ(found.size(), 1u);
+    EXPECT_EQ(checked[0].priority, kD);
+    EXPECT_EQ(found[0].priority, kW);
+    EXPECT_EQ(found[0].message.substr(found[0].message.find('/')),
+              checked[0].message.substr(checked[0].message.find('/')));
 }
 
 TEST_F(PanelTest, CalibrationFilesAreNamedFromTheFirstNameSourceFound) {

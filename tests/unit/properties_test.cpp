@@ -119,8 +119,12 @@ TEST_F(PropertiesTest, EachItemBitRaisesItsPendingFlags) {
     for (int bit = 0; bit < 32; ++bit) {
         A::pq_update_pending_(c_) = A::de_update_pending_(c_) = false;
         Write(1u << bit, 2);
-        EXPECT_EQ(A::pq_update_pending_(c_), ((0x4400FEE3u >> bit) & 1) == 1) << "bit " << bit;
-        EXPECT_EQ(A::de_update_pending_(c_), ((0x40000100u >> bit) & 1) == 1) << "bit " << bit;
+        const bool pq = (0x4400FEE3u >> bit) & 1, de = (0x40000100u >> bit) & 1;
+        EXPECT_EQ(A::pq_update_pending_(c_), pq) << "bit " << bit;
+        EXPECT_EQ(A::de_update_pending_(c_), de) << "bit " << bit;
+        bool needs_update = false;
+        EXPECT_EQ(Get(kNeedsUpdate, &needs_update), 0);
+        EXPECT_EQ(needs_update, pq || de) << "the host's query, bit " << bit;
     }
     // Item, value, update raised, enhancement on.
     const uint32_t glimra_writes[][4] = {
@@ -188,7 +192,8 @@ TEST_F(PropertiesTest, Load3dLutReloadsTheFilesAndWith255DropsThem) {
     device_.WriteFile(unit + "p3.txt", stc_test::MakeLutText(4913, 5));
     device_.WriteFile(unit + "pcc.txt", stc_test::MakePccText(0.5, 0.25, 0.125));
     A::panel_name_(c_) = "p";
-    for (uint32_t value : {0u, 255u}) {
+    A::en_calibrated_pcc_(c_) = true;
+    for (uint32_t value : {0u, 1u, 255u}) {
         SCOPED_TRACE("value " + std::to_string(value));
         const std::string before = value ? "1" : "0";
         Write(0x10000000, value);
@@ -203,7 +208,7 @@ TEST_F(PropertiesTest, Load3dLutReloadsTheFilesAndWith255DropsThem) {
         EXPECT_TRUE(Logged(kD,
                            "SetZuvaColor: Calitration complete: load calibration param!!!"
                            "en_calibrated_3dlut_=" +
-                               before + " en_calibrated_pcc_=" + before +
+                               before + " en_calibrated_pcc_=1" +
                                " curr_scene_val_=" + std::to_string(value) + "\n"));
         EXPECT_EQ(log_.Count(kD, "SetZuvaColor: Calitration complete: disable cali param\n"),
                   value == 255 ? 1 : 0);
@@ -247,7 +252,8 @@ TEST_F(PropertiesTest, PaRecordTakesOnlyTheItemsLevels) {
               "[flag=4294967295 type=1 (h11 s12.000000 v-13.000000)]} foliage{cfg [flag=0 type=0 "
               "(h0 s0.000000 v0.000000)]}");
     EXPECT_EQ(compose(0x200), text) << "contrast is not in the dump";
-    compose(0x1822);
+    EXPECT_EQ(pa.global.contrast, 9.0f) << "CONTRAST";
+    compose(0x1822);  // VALUE, SATURATION, SKIN, GRASS
     const std::pair<float, float> fields[] = {{pa.global.contrast, 9}, {pa.global.saturation, 20},
                                               {pa.global.value, 3},    {pa.skin.saturation, -7},
                                               {pa.skin.value, 4},      {pa.foliage.value, 23}};
@@ -257,11 +263,26 @@ TEST_F(PropertiesTest, PaRecordTakesOnlyTheItemsLevels) {
     EXPECT_EQ(pa.skin.type, 0u);
     EXPECT_EQ(pa.foliage.type, 2u);
     EXPECT_EQ(pa.enable_flags, 0xEF1u);
+    for (auto [item, flags] : {std::pair{0x400u, 0xF0u},
+                               {0x800u, 0xF0u},
+                               {0x1000u, 0xF0u},
+                               {0x200u, 0xF0u},
+                               {0x20u, 0x2F0u},
+                               {0x1u, 0x4F0u},
+                               {0x2u, 0x8F0u}}) {
+        pa.enable_flags = 0;
+        pa.global.contrast = 0.5f;
+        compose(item);
+        EXPECT_EQ(pa.enable_flags, flags) << "item " << std::hex << item << " alone";
+        EXPECT_EQ(pa.global.contrast, item == 0x200 ? 9.0f : 0.5f) << "item " << item << " alone";
+    }
 }
 
 TEST_F(PropertiesTest, SharpnessOverridesEveryDeEntryWhenAsked) {
-    auto de = std::make_shared<DETuningConfig>();
-    de->de_lpf_l = 2;
+    // Every field its own value: version, enabled, host word, flags, sharp_factor, thr_quiet,
+    // thr_dieout, thr_low, thr_high, clip, quality, content_type, de_blend, de_lpf_h, m, l.
+    auto de = std::make_shared<DETuningConfig>(
+        DETuningConfig{60, true, 0, 1, 9, 2, 3, 4, 5, 6, 8, 10, 11, 12, 13, 14});
     HwConfigOutputParams output;
     output.payload = {stc_test::Entry(kPbDE, de), stc_test::EmptyEntry(kPbDE),
                       stc_test::EmptyEntry(kPbDE + "2")};
@@ -287,18 +308,19 @@ TEST_F(PropertiesTest, SharpnessOverridesEveryDeEntryWhenAsked) {
     EXPECT_FALSE(fresh->enabled);
     EXPECT_FALSE(output.payload[2].hw_payload) << "PostBlendDE2 is not a DE block";
     EXPECT_FALSE(A::de_update_pending_(c_));
-    EXPECT_TRUE(Logged(kD,
-                       "ZuvaColorSwAssetsSharpness: overrd_de DETuningConfig version:60,enabled:0 "
-                       "flags:0, sharp_factor:7, thr_quiet:0, thr_dieout:0 thr_low:0, thr_high:0, "
-                       "clip:0, quality:0, content_type:0, de_blend:0  de_lpf_l:2, de_lpf_m:0, "
-                       "de_lpf_h:0\n"));
+    const std::string fields = " DETuningConfig version:60,enabled:1 flags:1, sharp_factor:";
+    EXPECT_TRUE(Logged(kD, "ZuvaColorSwAssetsSharpness: overrd_de" + fields +
+                               "7, thr_quiet:2, thr_dieout:3 thr_low:4, thr_high:5, clip:6, "
+                               "quality:8, content_type:10, de_blend:11  de_lpf_l:14, de_lpf_m:13, "
+                               "de_lpf_h:12\n"));
+    EXPECT_EQ(log_.Matching("ZuvaColorSwAssetsSharpness: active_de" + fields + "9, ").size(), 1u);
 }
 
 // The identity test reads m0, m5, m10 (1) and m1, m2, m4, m6, m8, m9 (0), nothing else.
 TEST_F(PropertiesTest, ColourTransformIsIdentityByItsUpperLeftThreeByThree) {
     const ColorTransformMatrix id{68, {1, 0, 0, 0, 0, 1, 0, 0, 0, 0, 1, 0, 0, 0, 0, 1}};
     for (int i = 0; i < 16; ++i) {
-        for (float changed : {0.5f, std::nanf(""), -0.0f}) {  // -0.0 counts as 0.0
+        for (float changed : {0.5f, 2.0f, std::nanf(""), -0.0f}) {  // -0.0 counts as 0.0
             ColorTransformMatrix m = id;
             m.m[i] = changed;
             const int tested = changed == 0.0f ? 0x0421 : 0x0777;
