@@ -211,6 +211,14 @@ def select(entries, args):
             and (not args.kind or e["kind"] in args.kind)]
 
 
+def source_dir(build):
+    with open(os.path.join(build, "CMakeCache.txt")) as f:
+        for line in f:
+            if line.startswith("CMAKE_HOME_DIRECTORY:"):
+                return os.path.realpath(line.split("=", 1)[1].strip())
+    return None
+
+
 def interrupt(*_):
     raise KeyboardInterrupt
 
@@ -255,6 +263,8 @@ def main():
     if not args.build or not os.path.exists(os.path.join(args.build, "build.ninja")):
         parser.error("--build must name a configured Ninja build directory")
     args.build = os.path.abspath(args.build)
+    if source_dir(args.build) != os.path.realpath(ROOT):
+        parser.error(f"{args.build} is not a build directory of {ROOT}")
 
     restorer = Restorer(args.build)
     restorer.recover()

@@ -200,6 +200,18 @@ TEST_F(PanelTest, InitClassifiesThePanel) {
                   c.state[3] - '0');
         ExpectLogged(kE, "isQcCalibrtPresent", {kPersistDir + " not exist"});
     }
+    // Init again: the lists grow and one more mode is appended; the gamma kind and a failed
+    // enhancement stay as the first Init left them.
+    Profile(lists);
+    auto color = std::make_unique<StcZuvaColor>();
+    log_.Clear();
+    ASSERT_EQ(color->Init("panelA_video"), 0);
+    ASSERT_EQ(color->Init("panelA_video"), 0);
+    EXPECT_EQ(A::xml_result_(*color).prim_panel_list, (V{"pan", "pan"}));
+    EXPECT_EQ(A::color_modes_(*color).size(), 2u);
+    EXPECT_FALSE(A::is_linear_gamma_(*color));
+    EXPECT_TRUE(A::glimra_disabled_(*color));
+    EXPECT_EQ(log_.Matching("stcZuvaGlimraInit: Using default gamma values").size(), 1u);
 }
 
 TEST_F(PanelTest, InitOpensTheLibraryOnceAndAppendsTheModeFirst) {

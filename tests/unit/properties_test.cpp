@@ -51,7 +51,7 @@ TEST_F(PropertiesTest, EveryHandlerTakesItsExactLengthAndARecordOnly) {
     ZuvaColorParams colour{0x4, 7, nullptr, 0};
     ColorTransformMatrix identity{68, {1, 0, 0, 0, 0, 1, 0, 0, 0, 0, 1}};
     ColorModeList modes;
-    double factor = -0.5;
+    double factor = 0.1;
     bool answer = false;
     const std::string hw = " HW Config: num_of_entries 1024, entries_width 10\n";
     // Property, setter, length, the function that logs a refusal (none: silent), a record that is
@@ -72,7 +72,7 @@ TEST_F(PropertiesTest, EveryHandlerTakesItsExactLengthAndARecordOnly) {
         {kPostBlendInverseGammaHwConfig, true, 40, "SetPostBlendInvGammaConfig", &caps,
          "SetPostBlendInvGammaConfig: PostBlend InverseGamma" + hw},
         {kPrivateSetDimmingPcc, true, 8, "SetDimmingPcc", &factor,
-         "SetDimmingPcc: pcc attenuation factor is targeted to -0.500000\n"},
+         "SetDimmingPcc: pcc attenuation factor is targeted to 0.100000\n"},
         {kHwConfigPayloadParam, true, 32, "SetHwConfigPayloadParam", &list,
          "SetHwConfigPayloadParam: SetHwConfigPayloadParam payload size = 2\n"},
     };
@@ -108,7 +108,7 @@ TEST_F(PropertiesTest, EveryHandlerTakesItsExactLengthAndARecordOnly) {
     }
     EXPECT_TRUE(Logged(kD, "SetHwConfigPayloadParam: set hw_asset= PostBlendGC\n"));
     EXPECT_TRUE(Logged(kD, "SetHwConfigPayloadParam: set hw_asset= PostBlendPa\n"));
-    EXPECT_EQ(A::pcc_attenuation_factor_(c_), -0.5);
+    EXPECT_EQ(A::pcc_attenuation_factor_(c_), 0.1) << "kept as given, in double precision";
     EXPECT_EQ(Get(kNeedsUpdate, &answer), 0);
     EXPECT_TRUE(answer) << "dimming asked for: an update on every query";
 }
@@ -126,17 +126,18 @@ TEST_F(PropertiesTest, EachItemBitRaisesItsPendingFlags) {
         EXPECT_EQ(Get(kNeedsUpdate, &needs_update), 0);
         EXPECT_EQ(needs_update, pq || de) << "the host's query, bit " << bit;
     }
-    // Item, value, update raised, enhancement on.
-    const uint32_t glimra_writes[][4] = {
-        {0x8000000, 1, 1, 1}, {0x8000000, 1, 0, 1}, {0x8000000, 2, 1, 0}, {0x8000020, 1, 1, 0}};
-    for (const auto &w : glimra_writes) {
-        A::pq_update_pending_(c_) = false;
+    // Item words of several bits, and the enhancement switch: item, value, pq, de, enhancement.
+    const uint32_t writes[][5] = {{0x8000000, 1, 1, 0, 1}, {0x8000000, 1, 0, 0, 1},
+                                  {0x8000000, 2, 1, 0, 0}, {0x8000020, 1, 1, 0, 0},
+                                  {0x120, 0, 1, 1, 0},     {0x50000000, 0, 1, 1, 0}};
+    for (const auto &w : writes) {
+        A::pq_update_pending_(c_) = A::de_update_pending_(c_) = false;
         Write(w[0], w[1]);
         EXPECT_EQ(A::pq_update_pending_(c_), w[2] == 1) << std::hex << w[0] << " value " << w[1];
-        EXPECT_EQ(A::glimra_enabled_(c_), w[3] == 1) << std::hex << w[0] << " value " << w[1];
+        EXPECT_EQ(A::de_update_pending_(c_), w[3] == 1) << std::hex << w[0] << " value " << w[1];
+        EXPECT_EQ(A::glimra_enabled_(c_), w[4] == 1) << std::hex << w[0] << " value " << w[1];
     }
     Write(0x14000000, 0);  // LOAD_3DLUT reloads only when alone, and never with FORCE_UPDATE
-    Write(0x50000000, 0);
     EXPECT_EQ(log_.Matching("SetZuvaColor: Calitration complete: load").size(), 1u);
 }
 
@@ -154,6 +155,7 @@ TEST_F(PropertiesTest, CalibrationCommandsDriveTheCalibrationState) {
         {0x2000, 1, 0, 0, "6000 2000 12 pcc pq", nullptr},
         {0x4000, 1, 0, 0, "6000 4000 1 lut pq", nullptr},
         {0x2000, 0, 0, 0, "6000 2000 1 lut pq", nullptr},
+        {0x2020, 1, 0, 0, "6000 2020 1 lut pq", nullptr},  // not alone: no switch
         {0x4000, 501, 0, 0, "4000 4000 255 lut pq", "Empty pcc param by flag!!!"},
         {0x4000, 255, 1, 0, "4000 4000 255 lut pcc pq", "Calitration exit!!!"},
         {0x4000, 500, 1, 0, "0 0 255 lut pcc", "Empty 3dlut param by flag!!!"},
@@ -163,6 +165,7 @@ TEST_F(PropertiesTest, CalibrationCommandsDriveTheCalibrationState) {
         {0x4020, 12, 0, 0, "0 4020 0 pq", nullptr},  // not alone: no command
         {0x4000000, 0, 0, 0, "0 4000000 0 lut pq", nullptr},
         {0x4000000, 1, 0, 0, "0 4000000 0 pq", nullptr},
+        {0x4000800, 0, 0, 0, "0 4000800 0 lut pq", nullptr},
         {0x2000, 1, 0, 0, "2000 2000 0 pcc pq", nullptr},
         {0x4000, 255, 0, 0, "0 0 255", "Calitration exit!!!"},
     };
@@ -237,6 +240,8 @@ TEST_F(PropertiesTest, PaRecordTakesOnlyTheItemsLevels) {
     A::pq_levels_(c_) = {-5, 20, 3, 9, 0, -1, -7, 4, 11, 12, -13, 21, 22, 23};
     PaConfig pa{sizeof(PaConfig), false, 1, 0, {0xFFFFFFFF, 0, 0, 2.5f, 0.5f}};
     pa.skin.type = pa.sky.flag = 0xFFFFFFFF;
+    pa.skin.flag = 5;
+    pa.foliage.flag = 6;
     auto compose = [&](uint32_t scene) {
         A::curr_scene_id_(c_) = scene;
         A::ComposePaConfig(c_, pa);
@@ -248,8 +253,8 @@ TEST_F(PropertiesTest, PaRecordTakesOnlyTheItemsLevels) {
     text = compose(0x401);
     EXPECT_EQ(text,
               "PaConfig: (enabled=1 enable_flags=1265) global{Flags=4294967295 [h-5 s0.000000 "
-              "v2.500000]} skin{cfg [flag=0 type=-1 (h0 s0.000000 v0.000000)]} sky{cfg "
-              "[flag=4294967295 type=1 (h11 s12.000000 v-13.000000)]} foliage{cfg [flag=0 type=0 "
+              "v2.500000]} skin{cfg [flag=5 type=-1 (h0 s0.000000 v0.000000)]} sky{cfg "
+              "[flag=4294967295 type=1 (h11 s12.000000 v-13.000000)]} foliage{cfg [flag=6 type=0 "
               "(h0 s0.000000 v0.000000)]}");
     EXPECT_EQ(compose(0x200), text) << "contrast is not in the dump";
     EXPECT_EQ(pa.global.contrast, 9.0f) << "CONTRAST";
@@ -330,15 +335,15 @@ TEST_F(PropertiesTest, ColourTransformIsIdentityByItsUpperLeftThreeByThree) {
             EXPECT_FALSE(A::clr_trsfm_(c_)) << "identity after m" << i;
         }
     }
-    ColorTransformMatrix m{68, {1, 0.25f, 0, 2, -0.0f, 1, 0, 0, 0, 0, 1, 0.5f, 0, 0, 0, 1}};
+    ColorTransformMatrix m{68, {1, 0.25f, 0.5f, 2, -0.0f, 1.5f, 3, 4, 5, 6, 7, 0.125f, 9}};
     log_.Clear();
     Set(kSetColorTransform, &m);
     Set(kSetColorTransform, &m);
     EXPECT_EQ(log_.Lines().size(), 3u) << "two SetProperty lines, one on the change";
     EXPECT_TRUE(Logged(kD,
-                       "SetColorTransform: SetColorTransform  1.000000  0.250000  0.000000  "
-                       "2.000000      -0.000000  1.000000  0.000000  0.000000       "
-                       "0.000000  0.000000  1.000000  0.500000 \n"));
+                       "SetColorTransform: SetColorTransform  1.000000  0.250000  0.500000  "
+                       "2.000000      -0.000000  1.500000  3.000000  4.000000       "
+                       "5.000000  6.000000  7.000000  0.125000 \n"));
 }
 
 TEST_F(PropertiesTest, AttenuationScalesTheFirstPccBlockOnly) {

@@ -65,7 +65,9 @@ TEST_F(RenderIntentTest, UpdatePassRunsEveryStageInOrderOverEmptyAndHostEntriesO
     auto pcc = std::make_shared<PccConfig>(MakePcc(2.0, false));
     auto gamut = std::make_shared<GamutConfig>(GamutConfig{117936, true, 0x55, 3, 4, 2, {}});
     gc->r.assign(3, 0xa);
+    gc->g.assign(2, 0xb);
     gc->b.assign(1, 0x1234c);
+    gc->dither_en = true;
     gc->dither_strength = 3;
     A::pq_levels_(plugin_).saturation = 10;
     A::glimra_enabled_(plugin_) = true;
@@ -97,8 +99,8 @@ TEST_F(RenderIntentTest, UpdatePassRunsEveryStageInOrderOverEmptyAndHostEntriesO
     EXPECT_TRUE(HoldsLut(*gamut, A::calibrated_lut3d_srgb_(plugin_)));
     EXPECT_EQ(log_.Matching("input is null").size(), 0u) << "an update pass takes no input";
     const std::string z = "ZuvaColorRenderIntent", calibrated = "[1.500000 13.500000 25.500000]";
-    const std::string gc_host = std::string("dither_en:0, dither_strength=3  [RSize=3 GSize=0 ") +
-                                "BSize=1] r0=0x       a g0=0x       0 b0=0x   1234c\n";
+    const std::string gc_host = std::string("dither_en:1, dither_strength=3  [RSize=3 GSize=2 ") +
+                                "BSize=1] r0=0x       a g0=0x       b b0=0x   1234c\n";
     const std::string pcc_tail = "], empty=1 , gmt_(255 1) itt=(-1 9)\n";
     const std::string cal = z + "Calibration: ", cfg = ", gamut_cfg(3dlut) [flg=0x";
     const std::string lut_tail = "entry: :0, gamut_(255 1) intent=(-1 9)\n";
@@ -188,6 +190,10 @@ TEST_F(RenderIntentTest, CalibrationStageGatesAndDecisionTable) {
         input_.color_mode.intent = static_cast<uint32_t>(intent);
         A::ZuvaColorRenderIntentCalibration(plugin_, intent < 0 ? nullptr : &input_, &out_);
         EXPECT_EQ(log_.Matching("entry: " + cut + ", gamut_").size(), outcome != kSkip);
+        const std::string kept = ", gamut_cfg(3dlut) [flg=0x55 lut3d_id=0 uniform=0 num3] entry: ";
+        EXPECT_EQ(Debug("ZuvaColorRenderIntentCalibration: ==empty: 0, cfgEn=" +
+                        std::to_string(outcome == kHost) + kept + cut + "\n"),
+                  outcome == kHost || outcome == kOff);
         EXPECT_EQ(host->enabled, on || outcome == kSkip);  // a skipped stage leaves it set
         EXPECT_EQ(host->flags == 0x55, outcome <= kHost);
         EXPECT_EQ(HoldsLut(*host, A::calibrated_lut3d_srgb_(plugin_)), outcome == kSrgb);
