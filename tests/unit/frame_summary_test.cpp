@@ -127,7 +127,42 @@ TEST(NamesTest, OperationsAndItemsPrintTheirNames) {
               "S{SKY_CLOUD GRASS DESERT SNOW SUN_RF SKIN DARK OVEREXPOSURE SHARPNESS CONTRAST HUE "
               "SATURATION VALUE COLOR_TEMPERATURE FAC_CALIBRATION WATER_SURFACE LOAD_3DLUT "
               "PRINT_LOG FORCE_UPDATE ZUVA_GLIMRA }");
-    EXPECT_EQ(SceneIdToString(0x4000000 | 0x10000 | 0x80000000u), "S{}") << "unnamed bits";
+    const char *const names[32] = {"SKY_CLOUD",
+                                   "GRASS",
+                                   "DESERT",
+                                   "SNOW",
+                                   "SUN_RF",
+                                   "SKIN",
+                                   "DARK",
+                                   "OVEREXPOSURE",
+                                   "SHARPNESS",
+                                   "CONTRAST",
+                                   "HUE",
+                                   "SATURATION",
+                                   "VALUE",
+                                   "COLOR_TEMPERATURE",
+                                   "FAC_CALIBRATION",
+                                   "WATER_SURFACE",
+                                   "",
+                                   "",
+                                   "",
+                                   "",
+                                   "",
+                                   "",
+                                   "",
+                                   "",
+                                   "",
+                                   "",
+                                   "",
+                                   "ZUVA_GLIMRA",
+                                   "LOAD_3DLUT",
+                                   "PRINT_LOG",
+                                   "FORCE_UPDATE",
+                                   ""};
+    for (int bit = 0; bit < 32; ++bit) {
+        const std::string name = names[bit];
+        EXPECT_EQ(SceneIdToString(1u << bit), name.empty() ? "S{}" : "S{" + name + " }") << bit;
+    }
 }
 
 }  // namespace

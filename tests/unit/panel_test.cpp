@@ -297,6 +297,7 @@ TEST_F(PanelTest, CalibrationFilesAreNamedFromTheFirstNameSourceFound) {
     // Cut at the first LF, then CR; golden files follow names over five bytes, line end included.
     EXPECT_EQ(Load(false, true, {{"/n", "abcd\nxy\r\n"}}, "o", cli_path), Expected("abcd", "abcd"));
     EXPECT_EQ(Load(false, true, {{kKelpra, "abcd\n"}}, "o"), Expected("abcd", "o"));
+    EXPECT_EQ(Load(false, true, {{kKelpra, "abcde\n"}}, "o"), Expected("abcde", "abcde"));
     EXPECT_EQ(Load(true, true, {{kDtCli, "abcdef"}, {kDtPrim, "x"}}, "o"),
               Expected("abcdef", "o"));  // CLI first; the primary's device tree: golden by panel
     EXPECT_EQ(Load(false, true, {{kDtCli, "abcdef"}}, "o"), Expected("abcdef", "abcdef"));

@@ -222,7 +222,7 @@ TEST_F(PropertiesTest, ColourWriteLogsItsStateAndKeepsLevelsItWasNotGiven) {
     ZuvaColorLevels levels{1, 2, 3, 4, 5, 6, 7, 8, 9, 10, 11, 12, 13, 14}, other{};
     A::cali_gamut_(c_) = 12;
     A::active_color_mode_(c_).gamut = 1;
-    Write(0x20000800, 5, &levels, 1);  // PRINT_LOG with SATURATION
+    Write(0x20000800, 5, &levels, 2);  // PRINT_LOG with SATURATION; any non-zero has_levels
     EXPECT_TRUE(Logged(kD, "SetProperty: SetProperty 516(kSetZuvaColor) gamut(12 1)\n"));
     EXPECT_TRUE(A::print_log_(c_)) << "PRINT_LOG 5";
     A::has_calib_3dlut_(c_) = A::calibrated_pcc_(c_).enabled = true;
@@ -325,7 +325,7 @@ TEST_F(PropertiesTest, SharpnessOverridesEveryDeEntryWhenAsked) {
 TEST_F(PropertiesTest, ColourTransformIsIdentityByItsUpperLeftThreeByThree) {
     const ColorTransformMatrix id{68, {1, 0, 0, 0, 0, 1, 0, 0, 0, 0, 1, 0, 0, 0, 0, 1}};
     for (int i = 0; i < 16; ++i) {
-        for (float changed : {0.5f, 2.0f, std::nanf(""), -0.0f}) {  // -0.0 counts as 0.0
+        for (float changed : {0.5f, 2.0f, -0.5f, std::nanf(""), -0.0f}) {  // -0.0 counts as 0
             ColorTransformMatrix m = id;
             m.m[i] = changed;
             const int tested = changed == 0.0f ? 0x0421 : 0x0777;
