@@ -104,6 +104,7 @@ class Restorer:
         if self.path is not None:
             write(self.path, self.original)
             os.remove(self.backup_path())
+            os.removedirs(os.path.dirname(self.backup_path()))  # the empty ones, up to BUILD
             self.path = self.original = None
 
     def backup_path(self):
@@ -268,6 +269,7 @@ def main():
 
     restorer = Restorer(args.build)
     restorer.recover()
+    signal.signal(signal.SIGINT, interrupt)
     signal.signal(signal.SIGTERM, interrupt)
     baseline = run(["ninja", "-C", args.build, "-j", str(args.jobs), *TARGETS],
                    args.build_timeout)
