@@ -1,6 +1,9 @@
 #include <atomic>
+#include <chrono>
+#include <functional>
 #include <thread>
 
+#include "tests/support/device_tree.h"
 #include "tests/unit/pipeline_fixture.h"
 
 namespace snapdragoncolor {
@@ -38,6 +41,32 @@ TEST_F(ConcurrencyTest, ParallelHostCallsLeaveEveryRecordUntouchedOrFullyCalibra
     EXPECT_EQ(torn.load(), 0);
     EXPECT_GT(calibrated_seen.load(), 0);
     EXPECT_EQ(A::process_cnt_(plugin_), 4u * 60);
+}
+
+// While the object's lock is held elsewhere, no front door returns.
+TEST_F(ConcurrencyTest, EveryFrontDoorWaitsForTheLock) {
+    stc_test::DeviceTree device;  // what Init reads
+    ScPayload none;
+    const std::pair<const char *, std::function<void()>> doors[] = {
+        {"Init", [&] { plugin_.Init("p"); }},
+        {"DeInit", [&] { plugin_.DeInit(); }},
+        {"SetProperty", [&] { plugin_.SetProperty(none); }},
+        {"GetProperty", [&] { plugin_.GetProperty(&none); }},
+        {"ProcessOps", [&] { plugin_.ProcessOps(kScModeRenderIntent, none, &none); }},
+    };
+    for (const auto &[name, call] : doors) {
+        std::atomic<bool> returned{false};
+        std::unique_lock<std::mutex> held(A::mutex_(plugin_));
+        std::thread caller([&, &call = call] {
+            call();
+            returned = true;
+        });
+        std::this_thread::sleep_for(std::chrono::milliseconds(50));
+        EXPECT_FALSE(returned) << name << " returned while the lock was held";
+        held.unlock();
+        caller.join();
+        EXPECT_TRUE(returned) << name;
+    }
 }
 
 }  // namespace

@@ -3,11 +3,18 @@
 #include <vector>
 
 #include "enhance/glimra.h"
-#include "picture/pa_config.h"
 #include "tests/unit/pipeline_fixture.h"
 
 namespace snapdragoncolor {
 namespace {
+
+// The PA dump of a record that is zero apart from `enabled`, `enable_flags` and global saturation.
+std::string PaDump(int enabled, int flags, const std::string &saturation) {
+    const std::string zero = "{cfg [flag=0 type=0 (h0 s0.000000 v0.000000)]}";
+    return "PaConfig: (enabled=" + std::to_string(enabled) +
+           " enable_flags=" + std::to_string(flags) + ") global{Flags=0 [h0 s" + saturation +
+           " v0.000000]} skin" + zero + " sky" + zero + " foliage" + zero;
+}
 
 enum Gate { kOpen, kCli, kTransform, kNoCal, kUnlatched };  // the stage's switches
 
@@ -40,7 +47,9 @@ TEST_F(RenderIntentTest, PlainPassCalibratesBeforePccAndLogsMissingRecords) {
     const std::string fn = "ProcessModeRenderIntent: ProcessModeRenderIntent: ";
     out_.payload = {EmptyEntry(kPbPa), EmptyEntry(kPbGamut)};
     EXPECT_EQ(Run(nullptr, &out_), 0);  // without a colour mode neither stage can refuse
-    EXPECT_TRUE(!At<PaConfig>(0) && At<GamutConfig>(1) && out_.payload.size() == 3);
+    EXPECT_EQ(At<PaConfig>(0), nullptr) << "no PA stage on a plain pass";
+    EXPECT_NE(At<GamutConfig>(1), nullptr) << "calibration stage";
+    EXPECT_EQ(out_.payload.size(), 3u) << "PCC stage";
     EXPECT_LT(log_.IndexOf("ZuvaColorRenderIntentCalibration: empty_payload 1\n"),
               log_.IndexOf("GetPccCoeff: Active PCC is not preset\n"));
     EXPECT_EQ(Run(nullptr, nullptr), 0);
@@ -56,30 +65,42 @@ TEST_F(RenderIntentTest, UpdatePassRunsEveryStageInOrderOverEmptyAndHostEntriesO
     auto pcc = std::make_shared<PccConfig>(MakePcc(2.0, false));
     auto gamut = std::make_shared<GamutConfig>(GamutConfig{117936, true, 0x55, 3, 4, 2, {}});
     gc->r.assign(3, 0xa);
+    gc->g.assign(2, 0xb);
     gc->b.assign(1, 0x1234c);
+    gc->dither_en = true;
     gc->dither_strength = 3;
     A::pq_levels_(plugin_).saturation = 10;
     A::glimra_enabled_(plugin_) = true;
     A::glimra_boost_curve_(plugin_).assign(kLinearCurveLength, 7);
-    out_.payload = {EmptyEntry(kPbPa),          EmptyEntry(kPbPaDither), Entry(kPbPa, pa),
-                    EmptyEntry(kPbGC),          Entry(kPbGC, gc),        EmptyEntry(kPbPCC),
-                    EmptyEntry(kPbPCC + "2"),   Entry(kPbPCC, pcc),      EmptyEntry(kPbGamut),
-                    EmptyEntry(kPbGamut + "2"), Entry(kPbGamut, gamut)};
+    out_.payload = {EmptyEntry(kPbPa),       EmptyEntry(kPbPaDither),    Entry(kPbPa, pa),
+                    EmptyEntry(kPbGC + "x"), EmptyEntry(kPbGC),          Entry(kPbGC, gc),
+                    EmptyEntry(kPbPCC),      EmptyEntry(kPbPCC + "2"),   Entry(kPbPCC, pcc),
+                    EmptyEntry(kPbGamut),    EmptyEntry(kPbGamut + "2"), Entry(kPbGamut, gamut)};
     RunUpdate(kSceneSaturation | kSceneDark | kSceneZuvaGlimra, nullptr);
 
-    EXPECT_TRUE(out_.payload.size() == 12 && At<PaConfig>(0)->version == 15752 &&
-                At<GammaPostBlendConfig>(3)->version == 88 && At<PccConfig>(5)->version == 280 &&
-                At<GamutConfig>(8)->version == 117936 && out_.payload[5].hw_payload_len == 0 &&
-                pa->global.saturation == 10.0f && out_.payload[11].version == 56 &&
-                out_.payload[11].hw_payload_len == 280 && out_.payload[11].hw_asset == kPbPCC);
-    EXPECT_EQ(At<GammaPostBlendConfig>(3)->b, std::vector<uint32_t>(kLinearCurveLength, 7));
-    for (size_t i : {5, 7, 11}) {
-        EXPECT_TRUE(At<PccConfig>(i)->enabled && SameBody(*At<PccConfig>(i), MakePcc(0.5))) << i;
+    ASSERT_EQ(out_.payload.size(), 13u) << "one PCC entry appended";
+    for (auto [i, version] : {std::pair{0, 15752u}, {4, 88u}, {6, 280u}, {9, 117936u}}) {
+        EXPECT_EQ(*At<uint32_t>(i), version) << "record made for entry " << i;
     }
-    EXPECT_TRUE(gc->enabled && HoldsLut(*gamut, A::calibrated_lut3d_srgb_(plugin_)));
+    for (size_t i : {1, 3, 7, 10}) {
+        EXPECT_FALSE(out_.payload[i].hw_payload) << out_.payload[i].hw_asset << " is no block";
+    }
+    EXPECT_EQ(out_.payload[6].hw_payload_len, 0u) << "a made record leaves the length";
+    EXPECT_EQ(pa->global.saturation, 10.0f);
+    EXPECT_EQ(out_.payload[12].version, 56u);
+    EXPECT_EQ(out_.payload[12].hw_payload_len, 280u);
+    EXPECT_EQ(out_.payload[12].hw_asset, kPbPCC);
+    EXPECT_EQ(At<GammaPostBlendConfig>(4)->b, std::vector<uint32_t>(kLinearCurveLength, 7));
+    for (size_t i : {6, 8, 12}) {
+        EXPECT_TRUE(At<PccConfig>(i)->enabled) << i;
+        EXPECT_TRUE(SameBody(*At<PccConfig>(i), MakePcc(0.5))) << i;
+    }
+    EXPECT_TRUE(gc->enabled);
+    EXPECT_TRUE(HoldsLut(*gamut, A::calibrated_lut3d_srgb_(plugin_)));
+    EXPECT_EQ(log_.Matching("input is null").size(), 0u) << "an update pass takes no input";
     const std::string z = "ZuvaColorRenderIntent", calibrated = "[1.500000 13.500000 25.500000]";
-    const std::string gc_host = std::string("dither_en:0, dither_strength=3  [RSize=3 GSize=0 ") +
-                                "BSize=1] r0=0x       a g0=0x       0 b0=0x   1234c\n";
+    const std::string gc_host = std::string("dither_en:1, dither_strength=3  [RSize=3 GSize=2 ") +
+                                "BSize=1] r0=0x       a g0=0x       b b0=0x   1234c\n";
     const std::string pcc_tail = "], empty=1 , gmt_(255 1) itt=(-1 9)\n";
     const std::string cal = z + "Calibration: ", cfg = ", gamut_cfg(3dlut) [flg=0x";
     const std::string lut_tail = "entry: :0, gamut_(255 1) intent=(-1 9)\n";
@@ -87,9 +108,9 @@ TEST_F(RenderIntentTest, UpdatePassRunsEveryStageInOrderOverEmptyAndHostEntriesO
                              "30473 30474 -> 30475 30476 30477]\n";
     const std::tuple<std::string, int> lines[] = {
         {z + "PCC: multiply with PCC in active mode\n", 0},  // the host's PCC is off
-        {z + "PA: ##empty_payload=1, " + PaConfigToString(PaConfig()) + "\n", 1},
-        {z + "PA: ##empty_payload=1, " + PaConfigToString(PaConfig{15752, true}) + "\n", 1},
-        {z + "PA: ==override_payload: " + PaConfigToString(*pa) + "\n", 1},
+        {z + "PA: ##empty_payload=1, " + PaDump(0, 0, "0.000000") + "\n", 1},
+        {z + "PA: ##empty_payload=1, " + PaDump(1, 0, "0.000000") + "\n", 1},
+        {z + "PA: ==override_payload: " + PaDump(1, 240, "10.000000") + "\n", 1},
         {z + "Gamma: empty_payload 1\n", 1},
         {z + "Gamma: ##empty_payload: 1, cfg enabled: 0, " + gc_host, 1},
         {z + "Gamma: ==override_payload: cfg enabled: 1, " + gc_host, 1},
@@ -121,6 +142,7 @@ TEST_F(RenderIntentTest, PccStageGatesAndNativeModeTest) {
     const std::string fn = "ZuvaColorRenderIntentPCC: ";
     const std::string not_native = fn + fn + "not native mode. gmt (12 1), intent (";
     for (const auto &[gate, intent, cali_gamut, outcome] : cases) {
+        SCOPED_TRACE("gate " + std::to_string(gate) + " intent " + std::to_string(intent));
         log_.Clear();
         out_.payload = {Entry(kPbPCC, std::make_shared<PccConfig>(host))};
         A::is_primary_(plugin_) = gate != kCli;
@@ -130,7 +152,7 @@ TEST_F(RenderIntentTest, PccStageGatesAndNativeModeTest) {
         A::cali_gamut_(plugin_) = cali_gamut;
         input_.color_mode.intent = intent;
         A::ZuvaColorRenderIntentPCC(plugin_, &input_, &out_);
-        EXPECT_EQ(log_.Lines().size(), size_t{outcome}) << gate << " " << intent;
+        EXPECT_EQ(log_.Lines().size(), size_t{outcome});
         EXPECT_EQ(out_.payload.size(), outcome == kApplied ? 2u : 1u);
         EXPECT_EQ(At<PccConfig>(0)->enabled, outcome != kOff);
         EXPECT_EQ(SameBody(*At<PccConfig>(0), host), outcome != kApplied);
@@ -153,6 +175,9 @@ TEST_F(RenderIntentTest, CalibrationStageGatesAndDecisionTable) {
     auto host = std::make_shared<GamutConfig>();
     out_.payload = {Entry(kPbGamut, host)};
     for (const auto &[gate, intent, cali_gamut, mode_gamut, copy, outcome] : cases) {
+        SCOPED_TRACE("gate " + std::to_string(gate) + " intent " + std::to_string(intent) +
+                     " cali_gamut " + std::to_string(cali_gamut) + " mode " +
+                     std::to_string(mode_gamut) + " copy " + std::to_string(copy));
         log_.Clear();
         const bool on = outcome >= kHost;
         *host = GamutConfig{117936, !on, 0x55, 0, 0, 3, {}};
@@ -165,8 +190,12 @@ TEST_F(RenderIntentTest, CalibrationStageGatesAndDecisionTable) {
         input_.color_mode.intent = static_cast<uint32_t>(intent);
         A::ZuvaColorRenderIntentCalibration(plugin_, intent < 0 ? nullptr : &input_, &out_);
         EXPECT_EQ(log_.Matching("entry: " + cut + ", gamut_").size(), outcome != kSkip);
+        const std::string kept = ", gamut_cfg(3dlut) [flg=0x55 lut3d_id=0 uniform=0 num3] entry: ";
+        EXPECT_EQ(Debug("ZuvaColorRenderIntentCalibration: ==empty: 0, cfgEn=" +
+                        std::to_string(outcome == kHost) + kept + cut + "\n"),
+                  outcome == kHost || outcome == kOff);
         EXPECT_EQ(host->enabled, on || outcome == kSkip);  // a skipped stage leaves it set
-        EXPECT_EQ(host->flags == 0x55, outcome <= kHost) << cali_gamut << " " << mode_gamut;
+        EXPECT_EQ(host->flags == 0x55, outcome <= kHost);
         EXPECT_EQ(HoldsLut(*host, A::calibrated_lut3d_srgb_(plugin_)), outcome == kSrgb);
         EXPECT_EQ(HoldsLut(*host, A::calibrated_lut3d_p3_(plugin_)), outcome == kP3);
     }
