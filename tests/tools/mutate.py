@@ -28,7 +28,8 @@ import sys
 import time
 
 ROOT = os.path.dirname(os.path.dirname(os.path.dirname(os.path.abspath(__file__))))
-TARGETS = ["stcZuvaColor", "stc_unit_tests", "stc_host_tests", "stc-host", "refusing_plugin"]
+TARGETS = ["stcZuvaColor", "stc_unit_tests", "stc_host_tests", "stc-host", "refusing_plugin",
+           "stc_check_tests", "stc_preview_tests"]
 KINDS = ["bound", "swap", "flag", "message", "priority", "check", "row", "prefix", "lock",
          "value"]
 

@@ -84,7 +84,8 @@ class LogLevels(TempDirTest):
                       result.stdout)
 
     def test_unknown_level_is_a_usage_error(self):
-        self.assertEqual(run("--log-level", "X").returncode, 1)
+        for level in ["X", "F", "DE"]:
+            self.assertEqual(run("--log-level", level).returncode, 1, level)
 
 
 class JsonLines(unittest.TestCase):
@@ -117,7 +118,8 @@ class Expectations(TempDirTest):
              "blocks": [{"block": "PostBlendPCC"}],
              "expect": {"blocks": {"PostBlendPCC": {"red.r": 0.5, "enabled": 1}},
                         "log": ["GetPccCoeff: Active PCC is not preset", "no such text"]}},
-            {"call": "deinit", "expect": {"result": 0}}])
+            {"call": "deinit", "expect": {"result": 0,
+                                          "log": ["GetPccCoeff: Active PCC is not preset"]}}])
         result = run("--session", path)
         self.assertEqual(result.returncode, 4)
         failures = [l for l in result.stdout.splitlines() if l.startswith("!!!")]
@@ -126,9 +128,11 @@ class Expectations(TempDirTest):
             "!!! [1] expectation failed: PostBlendPCC[0].red.r: expected 0.5, actual 0.9812",
             "!!! [1] expectation failed: PostBlendPCC[1].red.r: expected 0.5, actual 0.9812",
             "!!! [1] expectation failed: log: expected \"no such text\", actual "
-            "\"no line contains it\""])
+            "\"no line contains it\"",
+            "!!! [2] expectation failed: log: expected \"GetPccCoeff: Active PCC is not preset\", "
+            "actual \"no line contains it\""])
         self.assertIn("<<< [2] deinit -> 0", result.stdout)
-        self.assertEqual(result.stderr, "stc-host: error: 4 expectations failed\n")
+        self.assertEqual(result.stderr, "stc-host: error: 5 expectations failed\n")
 
 
 class DumpAndDiff(TempDirTest):
@@ -186,6 +190,19 @@ class DumpAndDiff(TempDirTest):
         self.assertIn("8-PostBlendPCC.json: entry 1 (output index 6): 1 field differs\n"
                       "    red.rr: 0.0 -> 0.25\n", result.stdout)
 
+    def test_diff_compares_arrays_of_different_lengths(self):
+        def dump(name, curve):
+            os.makedirs(os.path.join(self.tmp, name))
+            with open(os.path.join(self.tmp, name, "3-PostBlendGC.json"), "w") as f:
+                json.dump({"call": 3, "block": "PostBlendGC",
+                           "entries": [{"index": 0, "record": {"enabled": 1, "r": curve}}]}, f)
+            return os.path.join(self.tmp, name)
+        result = run("diff", dump("a", [1, 2]), dump("b", [1, 5, 3]))
+        self.assertEqual(result.returncode, 4, result.stdout)
+        self.assertEqual(result.stdout, "3-PostBlendGC.json: entry 0 (output index 0): 2 fields "
+                                        "differ\n    r[1]: 2 -> 5\n    r[2]: null -> 3\n"
+                                        "1 of 1 files differ\n")
+
     def test_diff_of_a_missing_directory(self):
         self.assertEqual(run("diff", self.tmp, os.path.join(self.tmp, "none")).returncode, 3)
 
@@ -214,6 +231,15 @@ class Preview(TempDirTest):
         self.assertEqual(data["delta_e"]["count"], 36)
         white = next(p for p in data["samples"] if p["before"]["rgb"] == [255, 255, 255])
         self.assertGreater(white["delta_e"], 0, "the sRGB LUT moves white")
+
+    def test_entries_without_a_record_are_left_out(self):
+        session = self.session([{"call": "init"}, {"call": "render_intent", "mode": {"intent": 1},
+                                 "blocks": [{"block": "PostBlendIGC", "empty": True},
+                                            {"block": "PostBlendGC", "length": 1024}]}])
+        result = run("preview", "--session", session, "--chart", "ramps",
+                     "--out", os.path.join(self.tmp, "r.png"))
+        self.assertEqual(result.returncode, 0, result.stderr)
+        self.assertIn("mean 0.00, 95th percentile 0.00, max 0.00", result.stdout)
 
     def test_errors(self):
         out = os.path.join(self.tmp, "x.png")
@@ -284,6 +310,10 @@ class UserErrors(TempDirTest):
              '$.calls[0].levels.skin_hew: unknown key "skin_hew"; valid keys: contrast, '),
             ('{"calls": [{"call": "zuva_color", "items": "SKIN", "value": 4294967296}]}',
              '$.calls[0].value: integer out of range -2147483648..4294967295'),
+            ('{"calls": [{"call": "zuva_color", "items": ["-0"]}]}',
+             '$.calls[0].items[0]: unknown item name "-0"'),
+            ('{"calls": [{"call": "color_transform", "matrix": [%s]}]}' % ",".join(["0"] * 17),
+             '$.calls[0].matrix: expected 16 numbers'),
             ('{"calls": [{"call": "dimming", "factor": 1e309}]}',
              '$.calls[0].factor: number 1e309 out of range'),
             ('{"calls": [{"call": "init", "panel": "a", "panel": "b"}]}',

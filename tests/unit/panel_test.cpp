@@ -301,6 +301,12 @@ TEST_F(PanelTest, CalibrationFilesAreNamedFromTheFirstNameSourceFound) {
     EXPECT_EQ(Load(true, true, {{kDtCli, "abcdef"}, {kDtPrim, "x"}}, "o"),
               Expected("abcdef", "o"));  // CLI first; the primary's device tree: golden by panel
     EXPECT_EQ(Load(false, true, {{kDtCli, "abcdef"}}, "o"), Expected("abcdef", "abcdef"));
+    const std::string srgb = kPersist + "panel_abcdef_C3D_cali_srgb.txt";
+    const int announced = log_.IndexOf("loadCalibratedParam:  load " + srgb + "\n");
+    EXPECT_GE(announced, 0);
+    EXPECT_LT(announced,
+              log_.IndexOf("read3DlutFromFile: read3DlutFromFile " + srgb + ", size=0\n"))
+        << "a file is announced before it is read";
     // A unit file named after the panel: no name file is read; a readable one needs no golden.
     const std::string unit = kPersist + "panel_abc_C3D_cali_pcc.txt";
     EXPECT_EQ(Load(true, false, {{unit, ""}, {kDtPrim, "z"}}, "abc"),
