@@ -99,6 +99,30 @@ class JsonLines(unittest.TestCase):
         init = [l for l in self.lines if l["type"] == "log" and "Init done" in l["message"]]
         self.assertEqual(init[0]["call"], 0)
 
+    def line(self, kind, call):
+        return next(l for l in self.lines if l["type"] == kind and l["call"] == call)
+
+    def test_arguments_and_answers_are_numbers(self):
+        cases = [  # (line type, call, key, expected)
+            ("call", 0, "args", {"panel": "zuva_a1_video"}),
+            ("call", 2, "args", {"entries": 17, "width": 12}),
+            ("result", 1, "answer", [{"name": "standard", "gamut": 255, "gamma": 255,
+                                      "intent": 0xfffe}]),
+            ("result", 4, "answer", 1),
+            ("result", 6, "answer", 0),
+            ("call", 7, "args", {"mode": {"gamut": 12, "gamma": 2, "intent": 1, "id": 1,
+                                          "meta": False}}),
+        ]
+        for kind, call, key, expected in cases:
+            self.assertEqual(self.line(kind, call)[key], expected, "%s %d" % (kind, call))
+        skin = self.line("call", 9)["args"]
+        self.assertEqual((skin["scene_id"], skin["items"]), (0x820, ["SKIN", "SATURATION"]))
+        self.assertEqual(skin["levels"]["skin_sat"], 8, "a level by its session name")
+        matrix = self.line("call", 18)["args"]["matrix"]
+        self.assertEqual(matrix[:3], [0.9, 0.1, 0.0], "floats as the session wrote them")
+        self.assertEqual(len(matrix), 16)
+        self.assertNotIn("args", self.line("call", 22), "deinit has no arguments")
+
     def test_changes_are_numbers_with_a_count(self):
         summary = next(l for l in self.lines if l["type"] == "summary" and l["call"] == 8)
         pcc = summary["blocks"][1]
@@ -116,7 +140,8 @@ class Expectations(TempDirTest):
             {"call": "init", "expect": {"result": -22}},
             {"call": "render_intent", "mode": {"gamut": 0, "intent": 0},
              "blocks": [{"block": "PostBlendPCC"}],
-             "expect": {"blocks": {"PostBlendPCC": {"red.r": 0.5, "enabled": 1}},
+             "expect": {"blocks": {"PostBlendPCC": {"red.r": 0.5, "enabled": 1},
+                                   "PostBlendGC": {"enabled": 1}},
                         "log": ["GetPccCoeff: Active PCC is not preset", "no such text"]}},
             {"call": "deinit", "expect": {"result": 0,
                                           "log": ["GetPccCoeff: Active PCC is not preset"]}}])
@@ -127,12 +152,13 @@ class Expectations(TempDirTest):
             "!!! [0] expectation failed: result: expected -22, actual 0",
             "!!! [1] expectation failed: PostBlendPCC[0].red.r: expected 0.5, actual 0.9812",
             "!!! [1] expectation failed: PostBlendPCC[1].red.r: expected 0.5, actual 0.9812",
+            "!!! [1] expectation failed: PostBlendGC.enabled: expected 1, actual \"no such block\"",
             "!!! [1] expectation failed: log: expected \"no such text\", actual "
             "\"no line contains it\"",
             "!!! [2] expectation failed: log: expected \"GetPccCoeff: Active PCC is not preset\", "
             "actual \"no line contains it\""])
         self.assertIn("<<< [2] deinit -> 0", result.stdout)
-        self.assertEqual(result.stderr, "stc-host: error: 5 expectations failed\n")
+        self.assertEqual(result.stderr, "stc-host: error: 6 expectations failed\n")
 
 
 class DumpAndDiff(TempDirTest):

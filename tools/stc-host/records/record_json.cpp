@@ -1,6 +1,9 @@
 #include "tools/stc-host/records/record_json.h"
 
+#include <cstdlib>
 #include <memory>
+
+#include <fmt/format.h>
 
 #include "tools/stc-host/records/host_records.h"
 
@@ -48,17 +51,17 @@ Json GammaJson(const GammaPostBlendConfig &gamma) {
 Json GlobalJson(const PaGlobalAdj &global) {
     return {{"flags", global.flags},
             {"hue", global.hue},
-            {"saturation", global.saturation},
-            {"value", global.value},
-            {"contrast", global.contrast}};
+            {"saturation", FloatJson(global.saturation)},
+            {"value", FloatJson(global.value)},
+            {"contrast", FloatJson(global.contrast)}};
 }
 
 Json MemColorJson(const PaMemColor &color) {
     return {{"type", color.type},
             {"flag", color.flag},
             {"hue", color.hue},
-            {"saturation", color.saturation},
-            {"value", color.value}};
+            {"saturation", FloatJson(color.saturation)},
+            {"value", FloatJson(color.value)}};
 }
 
 Json PaJson(const PaConfig &pa) {
@@ -103,6 +106,10 @@ Json DitherJson(const HostDitherConfig &dither) {
 }
 
 }  // namespace
+
+Json FloatJson(float value) {
+    return std::strtod(fmt::format("{}", value).c_str(), nullptr);
+}
 
 Json RecordJson(const std::string &block, const void *record) {
     if (!record) {

@@ -14,6 +14,10 @@ namespace stc_host {
 
 using Json = nlohmann::ordered_json;
 
+// A float as the shortest decimal that reads back to it (0.9f as 0.9, not 0.8999999761581421),
+// so that a session can state the value as it was written.
+Json FloatJson(float value);
+
 // The record an entry of block `block` carries, as JSON; null for an entry without a record or
 // a block whose records only the host reads.
 Json RecordJson(const std::string &block, const void *record);

@@ -58,12 +58,12 @@ class TextReporter : public Reporter {
             start = end == std::string::npos ? end : end + 1;
         } while (start != std::string::npos);
     }
-    void Begin(size_t index, const Call &call, const std::string &what) override {
-        fmt::print(">>> [{}] {}{}{}\n", index, call.label, what.empty() ? "" : " ", what);
+    void Begin(size_t index, const Call &call, const Shown &args) override {
+        fmt::print(">>> [{}] {}{}{}\n", index, call.label, args.text.empty() ? "" : " ", args.text);
     }
-    void End(size_t index, const Call &call, int result, const std::string &answer) override {
+    void End(size_t index, const Call &call, int result, const Shown &answer) override {
         fmt::print("<<< [{}] {} -> {}{}{}\n", index, call.label, result,
-                   answer.empty() ? "" : ", answer ", answer);
+                   answer.text.empty() ? "" : ", answer ", answer.text);
     }
     void Summary(size_t, const std::vector<EntryChange> &changes) override {
         if (changes.empty()) {
@@ -116,17 +116,18 @@ class JsonReporter : public Reporter {
                    {"message", WithoutNewline(message)}});
         }
     }
-    void Begin(size_t index, const Call &call, const std::string &what) override {
-        Write({{"type", "call"},
-               {"call", index},
-               {"name", call.label},
-               {"path", call.json_path},
-               {"args", what}});
+    void Begin(size_t index, const Call &call, const Shown &args) override {
+        Json line = {
+            {"type", "call"}, {"call", index}, {"name", call.label}, {"path", call.json_path}};
+        if (!args.json.is_null()) {
+            line["args"] = args.json;
+        }
+        Write(line);
     }
-    void End(size_t index, const Call &call, int result, const std::string &answer) override {
+    void End(size_t index, const Call &call, int result, const Shown &answer) override {
         Json line = {{"type", "result"}, {"call", index}, {"name", call.label}, {"result", result}};
-        if (!answer.empty()) {
-            line["answer"] = answer;
+        if (!answer.json.is_null()) {
+            line["answer"] = answer.json;
         }
         Write(line);
     }
@@ -177,8 +178,8 @@ class JsonReporter : public Reporter {
 class QuietReporter : public TextReporter {
   public:
     QuietReporter() : TextReporter(ANDROID_LOG_SILENT) {}
-    void Begin(size_t, const Call &, const std::string &) override {}
-    void End(size_t, const Call &, int, const std::string &) override {}
+    void Begin(size_t, const Call &, const Shown &) override {}
+    void End(size_t, const Call &, int, const Shown &) override {}
     void Summary(size_t, const std::vector<EntryChange> &) override {}
 };
 

@@ -9,6 +9,7 @@
 
 #include "tools/stc-host/options.h"
 #include "tools/stc-host/records/record_diff.h"
+#include "tools/stc-host/run/call_args.h"
 #include "tools/stc-host/run/expectations.h"
 #include "tools/stc-host/session/session.h"
 
@@ -20,10 +21,10 @@ class Reporter {
     // One line of the plug-in's log, during call `call` (none: while loading).
     virtual void Log(std::optional<size_t> call, int priority, const std::string &tag,
                      const std::string &message) = 0;
-    // A call is about to be made; `what` describes its arguments.
-    virtual void Begin(size_t index, const Call &call, const std::string &what) = 0;
-    // The call returned `result`; `answer` is what a query wrote back (may be empty).
-    virtual void End(size_t index, const Call &call, int result, const std::string &answer) = 0;
+    // A call is about to be made with these arguments.
+    virtual void Begin(size_t index, const Call &call, const Shown &args) = 0;
+    // The call returned `result`; `answer` is what a query wrote back (nothing for the others).
+    virtual void End(size_t index, const Call &call, int result, const Shown &answer) = 0;
     // What a processing operation made of the host's proposal.
     virtual void Summary(size_t index, const std::vector<EntryChange> &changes) = 0;
     virtual void Failed(const FailedExpectation &failed) = 0;

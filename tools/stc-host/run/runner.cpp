@@ -4,8 +4,8 @@
 
 #include <fmt/format.h>
 
-#include "picture/scene_items.h"
 #include "tools/stc-host/records/host_blocks.h"
+#include "tools/stc-host/run/call_args.h"
 #include "tools/stc-host/run/dump.h"
 
 namespace stc_host {
@@ -21,50 +21,6 @@ ScPayload PayloadOf(T *record, uint32_t len, ScProperty prop = kInvalid) {
     payload.prop = prop;
     payload.payload = reinterpret_cast<uint64_t>(record);
     return payload;
-}
-
-std::string ItemNames(uint32_t scene_id) {
-    std::string names;
-    for (const SceneItemName &item : kSceneItemNames) {
-        if (scene_id & item.mask) {
-            names += (names.empty() ? "" : " ") + std::string(item.name);
-        }
-    }
-    return names;
-}
-
-std::string Describe(const Call &call) {
-    switch (call.kind) {
-        case CallKind::kZuvaColor:
-            return fmt::format("scene=0x{:x} ({}) value={}{}", call.scene_id,
-                               ItemNames(call.scene_id), call.value,
-                               call.levels ? " with levels" : "");
-        case CallKind::kColorTransform:
-            return fmt::format("rows [{} {} {}] [{} {} {}] [{} {} {}]", call.matrix[0],
-                               call.matrix[1], call.matrix[2], call.matrix[4], call.matrix[5],
-                               call.matrix[6], call.matrix[8], call.matrix[9], call.matrix[10]);
-        case CallKind::kDimming:
-            return fmt::format("factor {}", call.factor);
-        case CallKind::kHwCaps:
-            return fmt::format("entries {} width {}", call.caps_entries, call.caps_width);
-        case CallKind::kRenderIntent:
-        case CallKind::kSwAssets:
-            return call.has_input
-                       ? fmt::format("mode gamut={} gamma={} intent={} id={}", call.mode.gamut,
-                                     call.mode.gamma, call.mode.intent, call.mode_id)
-                       : "no input";
-        default:
-            return "";
-    }
-}
-
-std::string ModeListText(const ColorModeList &modes) {
-    std::string text;
-    for (const ColorMode &mode : modes.list) {
-        text += fmt::format("{}{}(gamut={} gamma={} intent=0x{:x})", text.empty() ? "" : " ",
-                            mode.name, mode.gamut, mode.gamma, mode.intent);
-    }
-    return text.empty() ? "(no modes)" : text;
 }
 
 }  // namespace
@@ -122,12 +78,11 @@ std::string Runner::PanelFor(const Call &call) const {
 }
 
 CallOutcome Runner::RunCall(size_t index, const Call &call) {
-    std::string what = call.kind == CallKind::kInit ? "panel " + PanelFor(call) : Describe(call);
-    reporter_.Begin(index, call, what);
+    reporter_.Begin(index, call, CallArgs(call, PanelFor(call)));
     if (call.kind == CallKind::kRenderIntent || call.kind == CallKind::kSwAssets) {
         return Operation(index, call);
     }
-    std::string answer;
+    Shown answer;
     CallOutcome outcome;
     switch (call.kind) {
         case CallKind::kInit:
@@ -145,7 +100,7 @@ CallOutcome Runner::RunCall(size_t index, const Call &call) {
     return outcome;
 }
 
-int Runner::Property(const Call &call, std::string *answer) {
+int Runner::Property(const Call &call, Shown *answer) {
     switch (call.kind) {
         case CallKind::kZuvaColor: {
             ZuvaColorLevels levels = call.levels.value_or(ZuvaColorLevels{});
@@ -178,14 +133,14 @@ int Runner::Property(const Call &call, std::string *answer) {
             ColorModeList modes;
             ScPayload payload = PayloadOf(&modes, sizeof(modes), call.property);
             int result = plugin_->GetProperty(&payload);
-            *answer = ModeListText(modes);
+            *answer = ModeListAnswer(modes);
             return result;
         }
         default: {  // one-byte answers
             bool flag = false;
             ScPayload payload = PayloadOf(&flag, sizeof(flag), call.property);
             int result = plugin_->GetProperty(&payload);
-            *answer = flag ? "1" : "0";
+            *answer = FlagAnswer(flag);
             return result;
         }
     }
@@ -208,7 +163,7 @@ CallOutcome Runner::Operation(size_t index, const Call &call) {
     CallOutcome outcome;
     outcome.result = plugin_->ProcessOps(op, in, &out);
     outcome.log = call_log_;
-    reporter_.End(index, call, outcome.result, "");
+    reporter_.End(index, call, outcome.result, Shown{});
     if (call.has_output) {
         outcome.output = Snapshot(*output);
         const std::vector<EntryChange> changes = CompareOutputs(proposal, outcome.output);

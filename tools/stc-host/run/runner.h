@@ -10,6 +10,7 @@
 #include "sc_post_blend_interface.h"
 #include "tools/stc-host/options.h"
 #include "tools/stc-host/plugin_library.h"
+#include "tools/stc-host/run/call_args.h"
 #include "tools/stc-host/run/expectations.h"
 #include "tools/stc-host/run/reporter.h"
 #include "tools/stc-host/session/session.h"
@@ -35,7 +36,7 @@ class Runner {
 
   private:
     CallOutcome RunCall(size_t index, const Call &call);
-    int Property(const Call &call, std::string *answer);
+    int Property(const Call &call, Shown *answer);
     CallOutcome Operation(size_t index, const Call &call);
     std::string PanelFor(const Call &call) const;
 

@@ -120,28 +120,6 @@ std::string ItemNames() {
     return ListOf(names);
 }
 
-struct LevelField {
-    const char *name;
-    int32_t ZuvaColorLevels::*field;
-};
-
-constexpr LevelField kLevelFields[] = {
-    {"hue", &ZuvaColorLevels::hue},
-    {"saturation", &ZuvaColorLevels::saturation},
-    {"value", &ZuvaColorLevels::value},
-    {"contrast", &ZuvaColorLevels::contrast},
-    {"sharpness", &ZuvaColorLevels::sharpness},
-    {"skin_hue", &ZuvaColorLevels::skin_hue},
-    {"skin_sat", &ZuvaColorLevels::skin_sat},
-    {"skin_val", &ZuvaColorLevels::skin_val},
-    {"sky_hue", &ZuvaColorLevels::sky_hue},
-    {"sky_sat", &ZuvaColorLevels::sky_sat},
-    {"sky_val", &ZuvaColorLevels::sky_val},
-    {"foliage_hue", &ZuvaColorLevels::foliage_hue},
-    {"foliage_sat", &ZuvaColorLevels::foliage_sat},
-    {"foliage_val", &ZuvaColorLevels::foliage_val},
-};
-
 ZuvaColorLevels ParseLevels(const Node &node) {
     std::set<std::string> names;
     for (const LevelField &f : kLevelFields) {

@@ -40,6 +40,29 @@ struct BlockProposal {
     double pcc_scale = 1.0;  // PCC: diagonal of the host's matrix
 };
 
+// The session's names of the enhancement levels a zuva_color call may carry.
+struct LevelField {
+    const char *name;
+    int32_t snapdragoncolor::ZuvaColorLevels::*field;
+};
+
+inline constexpr LevelField kLevelFields[] = {
+    {"hue", &snapdragoncolor::ZuvaColorLevels::hue},
+    {"saturation", &snapdragoncolor::ZuvaColorLevels::saturation},
+    {"value", &snapdragoncolor::ZuvaColorLevels::value},
+    {"contrast", &snapdragoncolor::ZuvaColorLevels::contrast},
+    {"sharpness", &snapdragoncolor::ZuvaColorLevels::sharpness},
+    {"skin_hue", &snapdragoncolor::ZuvaColorLevels::skin_hue},
+    {"skin_sat", &snapdragoncolor::ZuvaColorLevels::skin_sat},
+    {"skin_val", &snapdragoncolor::ZuvaColorLevels::skin_val},
+    {"sky_hue", &snapdragoncolor::ZuvaColorLevels::sky_hue},
+    {"sky_sat", &snapdragoncolor::ZuvaColorLevels::sky_sat},
+    {"sky_val", &snapdragoncolor::ZuvaColorLevels::sky_val},
+    {"foliage_hue", &snapdragoncolor::ZuvaColorLevels::foliage_hue},
+    {"foliage_sat", &snapdragoncolor::ZuvaColorLevels::foliage_sat},
+    {"foliage_val", &snapdragoncolor::ZuvaColorLevels::foliage_val},
+};
+
 enum class CallKind {
     kInit,
     kDeInit,
