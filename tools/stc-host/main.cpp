@@ -124,12 +124,14 @@ int main(int argc, char **argv) {
     check.library = options.library;
     check.qdutils = options.qdutils;
     CLI::App *check_command = app.add_subcommand(
-        "check", "Judge calibration LUT, PCC and gamma files, profiles and device trees by the "
-                 "plug-in's own reading rules; findings as PATH:LINE: error|warning: TEXT (exit 4 "
-                 "on an error), e.g. stc-host check examples/sample-device");
+        "check",
+        "Judge calibration LUT, PCC and gamma files, profiles and device trees by the "
+        "plug-in's own reading rules; findings as PATH:LINE: error|warning: TEXT (exit 4 "
+        "on an error), e.g. stc-host check examples/sample-device");
     check_command->add_option("PATH", check.paths, "Files or device-tree directories")->required();
-    check_command->add_option("--as", check.as, "Kind of every file instead of the guess from its "
-                                                "name: lut, pcc, gamma or profile, e.g. --as lut");
+    check_command->add_option("--as", check.as,
+                              "Kind of every file instead of the guess from its "
+                              "name: lut, pcc, gamma or profile, e.g. --as lut");
     check_command->add_flag("--json", check.json, "Print the findings as JSON");
     check_command->add_option("-l,--lib", check.library, "Plug-in to drive for device trees")
         ->capture_default_str();
