@@ -84,12 +84,10 @@ TEST(CheckCommand, ExitCodes) {
     dir.WriteFile("/notes.txt", kPccLines + "0 0 0 1 0 0 0 0 0 0 0\n");
     const std::string good = dir.HostPath("/good_C3D_cali_pcc.txt");
     const std::string notes = dir.HostPath("/notes.txt");
-    CheckOptions as_pcc = Options({notes});
-    as_pcc.as = "pcc";
-    CheckOptions as_bogus = Options({good});
-    as_bogus.as = "lut3d";
-    CheckOptions as_on_tree = Options({dir.root()});
-    as_on_tree.as = "lut";
+    auto as = [](CheckOptions options, const char *kind) {
+        options.as = kind;
+        return options;
+    };
     CheckOptions no_plugin = Options({dir.root()});
     no_plugin.library = dir.HostPath("/libnothing.so");
     const struct {
@@ -100,9 +98,9 @@ TEST(CheckCommand, ExitCodes) {
         {"clean file", Options({good}), 0},
         {"broken file", Options({good, dir.HostPath("/bad_C3D_cali_pcc.txt")}), 4},
         {"kind not told by name", Options({notes}), 1},
-        {"kind given by --as", as_pcc, 0},
-        {"unknown --as", as_bogus, 1},
-        {"--as on a device tree", as_on_tree, 1},
+        {"kind given by --as", as(Options({notes}), "pcc"), 0},
+        {"unknown --as", as(Options({good}), "lut3d"), 1},
+        {"--as on a device tree", as(Options({dir.root()}), "lut"), 1},
         {"missing path", Options({dir.HostPath("/gone_C3D_cali_pcc.txt")}), 3},
         {"unloadable plug-in", no_plugin, 3},
         {"device tree naming no panel", Options({dir.root()}), 4},
