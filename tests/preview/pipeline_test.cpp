@@ -56,10 +56,8 @@ TEST(PreviewPipeline, EachBlockAlone) {
     PccConfig swap;
     swap.enabled = true;
     swap.red.g = swap.green.r = swap.blue.b = 1;
-    std::vector<uint32_t> inverted(1024);
-    for (uint32_t i = 0; i < 1024; ++i) {
-        inverted[i] = 1023 - i;
-    }
+    std::vector<uint32_t> inverted = Ramp(1024);
+    std::reverse(inverted.begin(), inverted.end());
     const GammaPostBlendConfig invert = MakeGc(inverted);
     using Expected = int (*)(const Image &in, size_t sample);
     const struct {
@@ -120,9 +118,7 @@ TEST(PreviewPipeline, StagesRunInHardwareOrder) {
     x = x / 2;                            // LUT
     x = (100 + x * (1023 - 100)) / 1023;  // GC
     const Rgb out = PreviewPipeline({&igc, &pcc, &pa, lut.get(), &gc}).Apply(Rgb{0.4, 0.4, 0.4});
-    EXPECT_NEAR(out.r, x, 1e-12) << "red";
-    EXPECT_NEAR(out.g, x, 1e-12) << "green";
-    EXPECT_NEAR(out.b, x, 1e-12) << "blue";
+    ExpectRgb(out, {x, x, x}, "IGC, PCC, PA, LUT, GC", 1e-12);
 }
 
 TEST(PreviewPipeline, DisabledBlocksAreSkipped) {
