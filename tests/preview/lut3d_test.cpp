@@ -76,11 +76,7 @@ TEST(PreviewLut3d, BitDepthFromTheLargestInput) {
         int max_code;
     } cases[] = {{1023, 1023}, {1024, 4095}, {4095, 4095}};
     for (const auto &c : cases) {
-        Grid grid;
-        for (uint32_t i = 0; i < 17; ++i) {
-            grid[i] = i < 16 ? i * 60 : c.last;
-        }
-        const Lut3d lut = Build(*MakeGamut(grid, [](Codes in) { return in; }));
+        const Lut3d lut = Build(*MakeGamut(GridOf(60, c.last), [](Codes in) { return in; }));
         EXPECT_EQ(lut.max_code(), c.max_code) << "largest input " << c.last;
         EXPECT_DOUBLE_EQ(lut.grid(2)[16], c.last / double(c.max_code)) << "largest " << c.last;
         EXPECT_DOUBLE_EQ(lut.grid(0)[1], 60 / double(c.max_code)) << "largest " << c.last;

@@ -28,6 +28,10 @@ Image TestImage(int bit_depth) {
     return image;
 }
 
+Codes Halved(Codes in) {
+    return {in[0] / 2, in[1] / 2, in[2] / 2};
+}
+
 struct IdentityBlocks {
     IgcCurves igc{true, Ramp(4096), Ramp(4096), Ramp(4096)};
     PccConfig pcc = IdentityPcc();
@@ -50,9 +54,7 @@ TEST(PreviewPipeline, IdentityBlocksLeaveTheImageUnchanged) {
 }
 
 TEST(PreviewPipeline, EachBlockAlone) {
-    auto halving = MakeGamut(Grid12(), [](Codes in) {
-        return Codes{in[0] / 2, in[1] / 2, in[2] / 2};
-    });
+    auto halving = MakeGamut(Grid12(), Halved);
     PccConfig swap;
     swap.enabled = true;
     swap.red.g = swap.green.r = swap.blue.b = 1;
@@ -104,11 +106,7 @@ TEST(PreviewPipeline, StagesRunInHardwareOrder) {
     pcc.red.c = pcc.green.c = pcc.blue.c = 0.1;
     PaConfig pa = MakePa(0xF0);
     pa.global.contrast = 50;
-    Grid grid;
-    for (uint32_t i = 0; i < 17; ++i) {
-        grid[i] = i < 16 ? i * 64 : 1022;
-    }
-    auto lut = MakeGamut(grid, [](Codes in) { return Codes{in[0] / 2, in[1] / 2, in[2] / 2}; });
+    auto lut = MakeGamut(GridOf(64, 1022), Halved);
     const GammaPostBlendConfig gc = MakeGc({100, 1023});
 
     double x = 0.4;

@@ -26,13 +26,18 @@ using stc_preview::Rgb;
 using Grid = std::array<uint32_t, 17>;
 using Codes = std::array<uint32_t, 3>;
 
-// The 12-bit grid of the sample device: steps of 256, the last point 4095.
-inline Grid Grid12() {
+// Sixteen even steps from 0, then `last`.
+inline Grid GridOf(uint32_t step, uint32_t last) {
     Grid grid;
     for (uint32_t i = 0; i < 17; ++i) {
-        grid[i] = i < 16 ? i * 256 : 4095;
+        grid[i] = i < 16 ? i * step : last;
     }
     return grid;
+}
+
+// The 12-bit grid of the sample device: steps of 256, the last point 4095.
+inline Grid Grid12() {
+    return GridOf(256, 4095);
 }
 
 // Entries in red-slowest order, each mapped by `out`; the caller may reorder them.
