@@ -84,12 +84,10 @@ TEST(CheckCommand, ExitCodes) {
     dir.WriteFile("/notes.txt", kPccLines + "0 0 0 1 0 0 0 0 0 0 0\n");
     const std::string good = dir.HostPath("/good_C3D_cali_pcc.txt");
     const std::string notes = dir.HostPath("/notes.txt");
-    CheckOptions as_pcc = Options({notes});
-    as_pcc.as = "pcc";
-    CheckOptions as_bogus = Options({good});
-    as_bogus.as = "lut3d";
-    CheckOptions as_on_tree = Options({dir.root()});
-    as_on_tree.as = "lut";
+    auto as = [](CheckOptions options, const char *kind) {
+        options.as = kind;
+        return options;
+    };
     CheckOptions no_plugin = Options({dir.root()});
     no_plugin.library = dir.HostPath("/libnothing.so");
     const struct {
@@ -100,9 +98,9 @@ TEST(CheckCommand, ExitCodes) {
         {"clean file", Options({good}), 0},
         {"broken file", Options({good, dir.HostPath("/bad_C3D_cali_pcc.txt")}), 4},
         {"kind not told by name", Options({notes}), 1},
-        {"kind given by --as", as_pcc, 0},
-        {"unknown --as", as_bogus, 1},
-        {"--as on a device tree", as_on_tree, 1},
+        {"kind given by --as", as(Options({notes}), "pcc"), 0},
+        {"unknown --as", as(Options({good}), "lut3d"), 1},
+        {"--as on a device tree", as(Options({dir.root()}), "lut"), 1},
         {"missing path", Options({dir.HostPath("/gone_C3D_cali_pcc.txt")}), 3},
         {"unloadable plug-in", no_plugin, 3},
         {"device tree naming no panel", Options({dir.root()}), 4},
@@ -138,16 +136,16 @@ class SampleTree : public testing::Test {
     stc_test::DeviceTree tree_;
 };
 
-constexpr const char *kUnit = "/mnt/vendor/persist/display/panel_zuva_a1_video_C3D_cali_";
-constexpr const char *kCliUnit = "/mnt/vendor/persist/display/panel_zuva_c2_cmd_363_C3D_cali_";
-constexpr const char *kGolden = "/vendor/etc/display/panel_zuva_a1_video_C3D_cali_";
+const std::string kUnit = "/mnt/vendor/persist/display/panel_zuva_a1_video_C3D_cali_";
+const std::string kCliUnit = "/mnt/vendor/persist/display/panel_zuva_c2_cmd_363_C3D_cali_";
+const std::string kGolden = "/vendor/etc/display/panel_zuva_a1_video_C3D_cali_";
 constexpr const char *kProfilePath = "/vendor/etc/display/zuva_stc_profile.xml";
 
 TEST_F(SampleTree, TheSampleDeviceHasNoErrors) {
     EXPECT_EQ(RunCommand(Options({tree_.root()})), 0) << "exit code";
     const Findings findings = Check();
     EXPECT_EQ(findings.errors(), 0);
-    EXPECT_NE(About(findings, std::string(kCliUnit) + "p3.txt",
+    EXPECT_NE(About(findings, kCliUnit + "p3.txt",
                     "missing: the plug-in loads the golden file "
                     "/vendor/etc/display/panel_zuva_c2_cmd_363_C3D_cali_p3.txt for panel "
                     "zuva_c2_cmd_363 instead"),
@@ -159,33 +157,32 @@ TEST_F(SampleTree, TheSampleDeviceHasNoErrors) {
 TEST_F(SampleTree, NamesBrokenUnitFilesAndGoldenFallBacks) {
     std::vector<std::string> srgb;
     {
-        std::ifstream in(Shown(std::string(kUnit) + "srgb.txt"));
+        std::ifstream in(Shown(kUnit + "srgb.txt"));
         for (std::string line; std::getline(in, line);) {
             srgb.push_back(line);
         }
     }
     srgb[16] = "0 0 4095 0 0";
-    tree_.WriteFile(std::string(kUnit) + "srgb.txt", Join(srgb));
-    tree_.WriteFile(std::string(kUnit) + "p3.txt", "");
-    tree_.Remove(std::string(kUnit) + "pcc.txt");
+    tree_.WriteFile(kUnit + "srgb.txt", Join(srgb));
+    tree_.WriteFile(kUnit + "p3.txt", "");
+    tree_.Remove(kUnit + "pcc.txt");
     tree_.Remove("/vendor/etc/display/panel_zuva_c2_cmd_363_C3D_cali_p3.txt");
     tree_.Remove("/vendor/etc/display/panel_zuva_b3_video_gamma_srgb.txt");
     EXPECT_EQ(RunCommand(Options({tree_.root()})), 4) << "exit code";
     const Findings findings = Check();
-    const Finding *short_line =
-        About(findings, std::string(kUnit) + "srgb.txt", "line has 5 numbers");
+    const Finding *short_line = About(findings, kUnit + "srgb.txt", "line has 5 numbers");
     ASSERT_NE(short_line, nullptr) << "a used unit file with a short line";
     EXPECT_EQ(short_line->line, 17);
-    EXPECT_NE(About(findings, std::string(kUnit) + "p3.txt", "empty file"), nullptr)
+    EXPECT_NE(About(findings, kUnit + "p3.txt", "empty file"), nullptr)
         << "an empty unit file, which does not fall back";
-    EXPECT_EQ(About(findings, std::string(kGolden) + "p3.txt", ""), nullptr)
+    EXPECT_EQ(About(findings, kGolden + "p3.txt", ""), nullptr)
         << "no golden P3 file is read after an empty unit file";
-    const Finding *fallback = About(findings, std::string(kUnit) + "pcc.txt",
-                                    std::string("missing: the plug-in loads the golden file ") +
-                                        kGolden + "pcc.txt for panel zuva_a1_video instead");
+    const Finding *fallback = About(findings, kUnit + "pcc.txt",
+                                    "missing: the plug-in loads the golden file " + kGolden +
+                                        "pcc.txt for panel zuva_a1_video instead");
     ASSERT_NE(fallback, nullptr) << "a missing unit PCC";
     EXPECT_EQ(fallback->severity, Severity::kWarning);
-    EXPECT_NE(About(findings, std::string(kCliUnit) + "p3.txt",
+    EXPECT_NE(About(findings, kCliUnit + "p3.txt",
                     "missing, and the golden file "
                     "/vendor/etc/display/panel_zuva_c2_cmd_363_C3D_cali_p3.txt is missing too: "
                     "panel zuva_c2_cmd_363 gets no calibrated P3 3D LUT"),
@@ -214,12 +211,12 @@ TEST_F(SampleTree, ReportsPanelsThePlugInCannotServe) {
 
 TEST_F(SampleTree, VendorCalibrationKeepsThePlugInInert) {
     tree_.WriteFile("/mnt/vendor/persist/display/factory_calib_data_mipi_zuv_1", "x");
-    tree_.WriteFile(std::string(kUnit) + "srgb.txt", "");
+    tree_.WriteFile(kUnit + "srgb.txt", "");
     const Findings findings = Check();
     EXPECT_NE(About(findings, "/mnt/vendor/persist/display/factory_calib_data_mipi_zuv_1",
                     "the plug-in stays inert on every display"),
               nullptr);
-    EXPECT_EQ(About(findings, std::string(kUnit) + "srgb.txt", ""), nullptr)
+    EXPECT_EQ(About(findings, kUnit + "srgb.txt", ""), nullptr)
         << "files the inert plug-in never reads are not judged";
 }
 

@@ -2,6 +2,8 @@
 #ifndef STC_TESTS_CHECK_CHECK_SUPPORT_H_
 #define STC_TESTS_CHECK_CHECK_SUPPORT_H_
 
+#include <gtest/gtest.h>
+
 #include <string>
 #include <vector>
 
@@ -55,6 +57,23 @@ inline const Finding *FindingWith(const Findings &findings, const std::string &f
         }
     }
     return nullptr;
+}
+
+// A finding whose message contains `fragment`, at `line` (0: none) with `severity`.
+struct Case {
+    const char *name;
+    std::string text;
+    long line;
+    Severity severity;
+    const char *fragment;
+};
+
+inline void ExpectFinding(const Case &c, const char *file, FileKind kind) {
+    const Findings findings = CheckText(file, c.text, kind);
+    const Finding *f = FindingWith(findings, c.fragment);
+    ASSERT_NE(f, nullptr) << c.name << ": no finding with \"" << c.fragment << "\"";
+    EXPECT_EQ(f->line, c.line) << c.name;
+    EXPECT_EQ(f->severity, c.severity) << c.name;
 }
 
 }  // namespace stc_check_test

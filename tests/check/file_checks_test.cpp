@@ -2,28 +2,10 @@
 // pass clean (the bounds just inside each rule).
 #include <gtest/gtest.h>
 
-#include <functional>
-
 #include "tests/check/check_support.h"
 
 namespace stc_check_test {
 namespace {
-
-struct Case {
-    const char *name;
-    std::function<std::string()> text;
-    long line;  // 0: the finding names no line
-    Severity severity;
-    const char *fragment;
-};
-
-void ExpectFinding(const Case &c, const char *file, FileKind kind) {
-    const Findings findings = CheckText(file, c.text(), kind);
-    const Finding *f = FindingWith(findings, c.fragment);
-    ASSERT_NE(f, nullptr) << c.name << ": no finding with \"" << c.fragment << "\"";
-    EXPECT_EQ(f->line, c.line) << c.name;
-    EXPECT_EQ(f->severity, c.severity) << c.name;
-}
 
 void ExpectClean(const char *name, const std::string &text, const char *file, FileKind kind) {
     const Findings findings = CheckText(file, text, kind);
@@ -43,51 +25,39 @@ constexpr Severity kError = Severity::kError;
 constexpr Severity kWarning = Severity::kWarning;
 
 TEST(LutCheck, NamesEachFaultAtItsLine) {
+    const std::string lut = Join(LutLines(1023));
+    const std::string line0 = lut.substr(0, lut.find('\n') + 1);
+    // clang-format off
     const Case cases[] = {
-        {"empty", [] { return std::string(); }, 0, kError, "empty file"},
-        {"no line feed", [] { return std::string("0 0 0 0 0 0"); }, 0, kError, "no line feed"},
-        {"512-byte line", [] { return LutWith(17, "0 0 1023 0 0 1023" + std::string(495, ' ')); },
-         17, kError, "longer than 511 bytes"},
-        {"five numbers", [] { return LutWith(17, "0 0 1023 0 0"); }, 17, kError,
+        {"empty", "", 0, kError, "empty file"},
+        {"no line feed", "0 0 0 0 0 0", 0, kError, "no line feed"},
+        {"512-byte line", LutWith(17, "0 0 1023 0 0 1023" + std::string(495, ' ')), 17, kError,
+         "longer than 511 bytes"},
+        {"five numbers", LutWith(17, "0 0 1023 0 0"), 17, kError,
          "line has 5 numbers, the plug-in needs six"},
-        {"blank line", [] { return LutWith(17, " "); }, 17, kError, "blank line"},
-        {"last line unterminated",
-         [] {
-             std::string text = Join(LutLines(1023));
-             return text.substr(0, text.size() - 1);
-         },
-         4913, kError, "last line has no line feed"},
-        {"4912 entries",
-         [] {
-             std::vector<std::string> lines = LutLines(1023);
-             lines.pop_back();
-             return Join(lines);
-         },
-         0, kError, "4912 entries, the plug-in needs 4913"},
-        {"4914 entries",
-         [] {
-             std::vector<std::string> lines = LutLines(1023);
-             lines.push_back(lines[0]);
-             return Join(lines);
-         },
-         4914, kError, "4914 entries in all"},
-        {"point twice", [] { return LutWith(100, "0 320 832 0 320 832"); }, 100, kError,
+        {"blank line", LutWith(17, " "), 17, kError, "blank line"},
+        {"last line unterminated", lut.substr(0, lut.size() - 1), 4913, kError,
+         "last line has no line feed"},
+        {"4912 entries", lut.substr(0, lut.rfind('\n', lut.size() - 2) + 1), 0, kError,
+         "4912 entries, the plug-in needs 4913"},
+        {"4914 entries", lut + line0, 4914, kError, "4914 entries in all"},
+        {"point twice", LutWith(100, "0 320 832 0 320 832"), 100, kError,
          "(0 320 832) is given again (first at line 99)"},
-        {"point missing", [] { return LutWith(100, "0 320 832 0 320 832"); }, 0, kError,
+        {"point missing", LutWith(100, "0 320 832 0 320 832"), 0, kError,
          "grid point (0 320 896) has no entry"},
-        {"off the grid", [] { return LutWith(18, "1 64 0 1 64 0"); }, 18, kError,
+        {"off the grid", LutWith(18, "1 64 0 1 64 0"), 18, kError,
          "red input 1 is not one of the 17 grid values"},
-        {"one grid value", [] { return Join(std::vector<std::string>(4913, "0 0 0 0 0 0")); }, 0,
-         kError, "red inputs take fewer than 17 distinct values"},
-        {"10-bit output 1024", [] { return LutWith(30, "0 64 768 1024 64 768"); }, 30, kError,
+        {"one grid value", Join(std::vector<std::string>(4913, "0 0 0 0 0 0")), 0, kError,
+         "red inputs take fewer than 17 distinct values"},
+        {"10-bit output 1024", LutWith(30, "0 64 768 1024 64 768"), 30, kError,
          "red output 1024 is outside 0..1023 of the 10-bit grid"},
-        {"12-bit output 4096", [] { return LutWith(30, "0 256 3072 0 4096 3072", 4095); }, 30,
-         kError, "green output 4096 is outside 0..4095 of the 12-bit grid"},
-        {"output -1", [] { return LutWith(30, "0 64 768 0 64 -1"); }, 30, kError,
-         "blue output -1 is outside"},
-        {"output 129 away", [] { return LutWith(40, "0 128 320 0 128 449"); }, 40, kWarning,
+        {"12-bit output 4096", LutWith(30, "0 256 3072 0 4096 3072", 4095), 30, kError,
+         "green output 4096 is outside 0..4095 of the 12-bit grid"},
+        {"output -1", LutWith(30, "0 64 768 0 64 -1"), 30, kError, "blue output -1 is outside"},
+        {"output 129 away", LutWith(40, "0 128 320 0 128 449"), 40, kWarning,
          "blue output 449 is 129 codes from its input 320"},
     };
+    // clang-format on
     for (const Case &c : cases) {
         ExpectFinding(c, kLut, FileKind::kLut);
     }
@@ -120,53 +90,27 @@ const std::string kGreen = "0 0 1 0 0 0 0 0 0 0 0";
 const std::string kBlue = "0 0 0 1 0 0 0 0 0 0 0";
 
 TEST(PccCheck, NamesEachFaultAtItsLine) {
+    // clang-format off
     const Case cases[] = {
-        {"ten numbers",
-         [] {
-             return Join({kRed, "0 0 1 0 0 0 0 0 0 0", kBlue});
-         },
-         2, kError, "line has 10 numbers, the plug-in needs eleven"},
-        {"four lines",
-         [] {
-             return Join({kRed, kGreen, kBlue, kBlue});
-         },
-         4, kError, "4 lines in all, the plug-in needs exactly three"},
-        {"two lines",
-         [] {
-             return Join({kRed, kGreen});
-         },
-         0, kError, "2 lines, the plug-in needs three"},
-        {"nan",
-         [] {
-             return Join({kRed, kGreen, "0 0 0 1 0 0 0 0 0 0 nan"});
-         },
-         3, kError, "the rgb term is not a number"},
-        {"inf",
-         [] {
-             return Join({"inf 1 0 0 0 0 0 0 0 0 0", kGreen, kBlue});
-         },
-         1, kError, "the c term is infinite"},
-        {"last line unterminated",
-         [] {
-             return Join({kRed, kGreen}) + kBlue;
-         },
-         3, kError, "last line has no line feed"},
-        {"600-byte line",
-         [] {
-             return Join({kRed, kGreen + std::string(589, ' '), kBlue});
-         },
-         2, kError, "longer than 511 bytes"},
-        {"red gain 1.004",
-         [] {
-             return Join({"0 1.004 0 0 0 0 0 0 0 0 0", kGreen, kBlue});
-         },
-         1, kWarning, "the red row turns white's 1023 into 1027.1, 4.1 codes away"},
-        {"green offset 0.01",
-         [] {
-             return Join({kRed, "0.01 0 1 0 0 0 0 0 0 0 0", kBlue});
-         },
-         2, kWarning, "the green row turns white's 1023 into 1033.2"},
+        {"ten numbers", Join({kRed, "0 0 1 0 0 0 0 0 0 0", kBlue}), 2, kError,
+         "line has 10 numbers, the plug-in needs eleven"},
+        {"four lines", Join({kRed, kGreen, kBlue, kBlue}), 4, kError,
+         "4 lines in all, the plug-in needs exactly three"},
+        {"two lines", Join({kRed, kGreen}), 0, kError, "2 lines, the plug-in needs three"},
+        {"nan", Join({kRed, kGreen, "0 0 0 1 0 0 0 0 0 0 nan"}), 3, kError,
+         "the rgb term is not a number"},
+        {"inf", Join({"inf 1 0 0 0 0 0 0 0 0 0", kGreen, kBlue}), 1, kError,
+         "the c term is infinite"},
+        {"last line unterminated", Join({kRed, kGreen}) + kBlue, 3, kError,
+         "last line has no line feed"},
+        {"600-byte line", Join({kRed, kGreen + std::string(589, ' '), kBlue}), 2, kError,
+         "longer than 511 bytes"},
+        {"red gain 1.004", Join({"0 1.004 0 0 0 0 0 0 0 0 0", kGreen, kBlue}), 1, kWarning,
+         "the red row turns white's 1023 into 1027.1, 4.1 codes away"},
+        {"green offset 0.01", Join({kRed, "0.01 0 1 0 0 0 0 0 0 0 0", kBlue}), 2, kWarning,
+         "the green row turns white's 1023 into 1033.2"},
     };
+    // clang-format on
     for (const Case &c : cases) {
         ExpectFinding(c, kPcc, FileKind::kPcc);
     }
@@ -196,18 +140,15 @@ std::string Ramp(int count, int n = 0, const std::string &line = "") {
 
 TEST(GammaCheck, NamesEachFaultAtItsLine) {
     const Case cases[] = {
-        {"1279 codes", [] { return Ramp(1279); }, 0, kError,
-         "1279 valid codes, the plug-in needs 1280"},
-        {"code 1024", [] { return Ramp(1280, 7, "1024"); }, 7, kError,
-         "code 1024 is outside 0..1023"},
-        {"code -1", [] { return Ramp(1280, 8, "-1"); }, 8, kError, "code -1 is outside 0..1023"},
-        {"all zero", [] { return Join(std::vector<std::string>(1280, "0")); }, 0, kError,
+        {"1279 codes", Ramp(1279), 0, kError, "1279 valid codes, the plug-in needs 1280"},
+        {"code 1024", Ramp(1280, 7, "1024"), 7, kError, "code 1024 is outside 0..1023"},
+        {"code -1", Ramp(1280, 8, "-1"), 8, kError, "code -1 is outside 0..1023"},
+        {"all zero", Join(std::vector<std::string>(1280, "0")), 0, kError,
          "the first 1280 codes are all 0"},
-        {"falling", [] { return Ramp(1280, 10, "3"); }, 10, kWarning,
-         "code 3 is below the code before it (6)"},
-        {"invalid after a comment", [] { return "# codes\n" + Ramp(1280, 4, "abc") + "5\n"; }, 5,
-         kWarning, "line does not begin with a code"},
-        {"1281 codes", [] { return Ramp(1281); }, 1281, kWarning, "1 more code from here on"},
+        {"falling", Ramp(1280, 10, "3"), 10, kWarning, "code 3 is below the code before it (6)"},
+        {"invalid after a comment", "# codes\n" + Ramp(1280, 4, "abc") + "5\n", 5, kWarning,
+         "line does not begin with a code"},
+        {"1281 codes", Ramp(1281), 1281, kWarning, "1 more code from here on"},
     };
     for (const Case &c : cases) {
         ExpectFinding(c, kGamma, FileKind::kGamma);

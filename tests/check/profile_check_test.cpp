@@ -14,17 +14,9 @@ std::string Profile(const std::string &body) {
     return "<ZuvaStcConfigs>\n" + body + "</ZuvaStcConfigs>\n";
 }
 
-struct ProfileCase {
-    const char *name;
-    std::string text;
-    long line;
-    Severity severity;
-    const char *fragment;
-};
-
 TEST(ProfileCheck, NamesEachFindingAtItsElement) {
     const std::string lists = "<config id=\"panelList\">\n<prim>abc</prim>\n</config>\n";
-    const ProfileCase cases[] = {
+    const Case cases[] = {
         {"no id", Profile("<config>\n</config>\n"), 2, Severity::kError,
          "StcXmlParse: no id present"},
         {"unsupported id", Profile("\n<config id=\"gamma\"/>\n"), 3, Severity::kWarning,
@@ -50,12 +42,8 @@ TEST(ProfileCheck, NamesEachFindingAtItsElement) {
          Profile("<config id=\"panelNamePath\">\n<prim>/a</prim>\n<prim>/b</prim>\n</config>\n"), 4,
          Severity::kWarning, "reading the name from \"/a/b\""},
     };
-    for (const ProfileCase &c : cases) {
-        const Findings findings = CheckText(kProfile, c.text, FileKind::kProfile);
-        const Finding *f = FindingWith(findings, c.fragment);
-        ASSERT_NE(f, nullptr) << c.name << ": no finding with \"" << c.fragment << "\"";
-        EXPECT_EQ(f->line, c.line) << c.name;
-        EXPECT_EQ(f->severity, c.severity) << c.name;
+    for (const Case &c : cases) {
+        ExpectFinding(c, kProfile, FileKind::kProfile);
     }
 }
 

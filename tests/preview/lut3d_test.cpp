@@ -54,10 +54,9 @@ TEST(PreviewLut3d, InterpolatesInsideTheTetrahedronOfTheSortedFractions) {
                      in[0] == 256 && in[1] == 0 && in[2] == 0 ? 1000u : 0u,
                      in[0] == 0 && in[1] == 256 && in[2] == 0 ? 1000u : 0u};
     });
-    const Rgb got = Build(*gamut).Apply({128 / 4095.0, 64 / 4095.0, 0});
-    EXPECT_NEAR(got.r * 4095, 250, 1e-9) << "c110 weighs 0.25";
-    EXPECT_NEAR(got.g * 4095, 250, 1e-9) << "c100 weighs 0.25";
-    EXPECT_NEAR(got.b * 4095, 0, 1e-9) << "c010 is no vertex of this tetrahedron";
+    // Red: c110 weighs 0.25; green: c100 weighs 0.25; blue: c010 is no vertex of it.
+    ExpectRgb(Build(*gamut).Apply({128 / 4095.0, 64 / 4095.0, 0}), {250 / 4095.0, 250 / 4095.0, 0},
+              "fractions (0.5, 0.25, 0)", 1e-9 / 4095);
 }
 
 TEST(PreviewLut3d, LinearAlongTheGreyAxis) {
@@ -66,10 +65,9 @@ TEST(PreviewLut3d, LinearAlongTheGreyAxis) {
     const double t = 0.3;
     const double x = (grid[3] + t * (grid[4] - grid[3])) / 4095;
     const Codes low = Bent({grid[3], grid[3], grid[3]}), high = Bent({grid[4], grid[4], grid[4]});
-    const Rgb got = lut.Apply({x, x, x});
-    EXPECT_NEAR(got.r * 4095, (1 - t) * low[0] + t * high[0], 1e-9) << "red";
-    EXPECT_NEAR(got.g * 4095, (1 - t) * low[1] + t * high[1], 1e-9) << "green";
-    EXPECT_NEAR(got.b * 4095, (1 - t) * low[2] + t * high[2], 1e-9) << "blue";
+    auto between = [&](int c) { return ((1 - t) * low[c] + t * high[c]) / 4095; };
+    ExpectRgb(lut.Apply({x, x, x}), {between(0), between(1), between(2)}, "grey 0.3 into cell 3",
+              1e-9 / 4095);
 }
 
 TEST(PreviewLut3d, BitDepthFromTheLargestInput) {
@@ -78,11 +76,7 @@ TEST(PreviewLut3d, BitDepthFromTheLargestInput) {
         int max_code;
     } cases[] = {{1023, 1023}, {1024, 4095}, {4095, 4095}};
     for (const auto &c : cases) {
-        Grid grid;
-        for (uint32_t i = 0; i < 17; ++i) {
-            grid[i] = i < 16 ? i * 60 : c.last;
-        }
-        const Lut3d lut = Build(*MakeGamut(grid, [](Codes in) { return in; }));
+        const Lut3d lut = Build(*MakeGamut(GridOf(60, c.last), [](Codes in) { return in; }));
         EXPECT_EQ(lut.max_code(), c.max_code) << "largest input " << c.last;
         EXPECT_DOUBLE_EQ(lut.grid(2)[16], c.last / double(c.max_code)) << "largest " << c.last;
         EXPECT_DOUBLE_EQ(lut.grid(0)[1], 60 / double(c.max_code)) << "largest " << c.last;

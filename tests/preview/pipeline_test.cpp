@@ -28,6 +28,10 @@ Image TestImage(int bit_depth) {
     return image;
 }
 
+Codes Halved(Codes in) {
+    return {in[0] / 2, in[1] / 2, in[2] / 2};
+}
+
 struct IdentityBlocks {
     IgcCurves igc{true, Ramp(4096), Ramp(4096), Ramp(4096)};
     PccConfig pcc = IdentityPcc();
@@ -50,16 +54,12 @@ TEST(PreviewPipeline, IdentityBlocksLeaveTheImageUnchanged) {
 }
 
 TEST(PreviewPipeline, EachBlockAlone) {
-    auto halving = MakeGamut(Grid12(), [](Codes in) {
-        return Codes{in[0] / 2, in[1] / 2, in[2] / 2};
-    });
+    auto halving = MakeGamut(Grid12(), Halved);
     PccConfig swap;
     swap.enabled = true;
     swap.red.g = swap.green.r = swap.blue.b = 1;
-    std::vector<uint32_t> inverted(1024);
-    for (uint32_t i = 0; i < 1024; ++i) {
-        inverted[i] = 1023 - i;
-    }
+    std::vector<uint32_t> inverted = Ramp(1024);
+    std::reverse(inverted.begin(), inverted.end());
     const GammaPostBlendConfig invert = MakeGc(inverted);
     using Expected = int (*)(const Image &in, size_t sample);
     const struct {
@@ -106,11 +106,7 @@ TEST(PreviewPipeline, StagesRunInHardwareOrder) {
     pcc.red.c = pcc.green.c = pcc.blue.c = 0.1;
     PaConfig pa = MakePa(0xF0);
     pa.global.contrast = 50;
-    Grid grid;
-    for (uint32_t i = 0; i < 17; ++i) {
-        grid[i] = i < 16 ? i * 64 : 1022;
-    }
-    auto lut = MakeGamut(grid, [](Codes in) { return Codes{in[0] / 2, in[1] / 2, in[2] / 2}; });
+    auto lut = MakeGamut(GridOf(64, 1022), Halved);
     const GammaPostBlendConfig gc = MakeGc({100, 1023});
 
     double x = 0.4;
@@ -120,9 +116,7 @@ TEST(PreviewPipeline, StagesRunInHardwareOrder) {
     x = x / 2;                            // LUT
     x = (100 + x * (1023 - 100)) / 1023;  // GC
     const Rgb out = PreviewPipeline({&igc, &pcc, &pa, lut.get(), &gc}).Apply(Rgb{0.4, 0.4, 0.4});
-    EXPECT_NEAR(out.r, x, 1e-12) << "red";
-    EXPECT_NEAR(out.g, x, 1e-12) << "green";
-    EXPECT_NEAR(out.b, x, 1e-12) << "blue";
+    ExpectRgb(out, {x, x, x}, "IGC, PCC, PA, LUT, GC", 1e-12);
 }
 
 TEST(PreviewPipeline, DisabledBlocksAreSkipped) {

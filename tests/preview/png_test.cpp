@@ -93,8 +93,7 @@ TEST_F(PreviewPng, EachFailureNamesTheFileAndTheCause) {
         {"text.png", ": not a PNG file"},
         {"cut.png", ": damaged PNG: "},
         {"wide.png",
-         ": image of 8193 x 1 pixels is too large; at most 8192 x 8192 pixels are "
-         "processed"},
+         ": image of 8193 x 1 pixels is too large; at most 8192 x 8192 pixels are processed"},
     };
     for (const auto &c : cases) {
         try {

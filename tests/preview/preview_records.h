@@ -2,10 +2,14 @@
 #ifndef STC_TESTS_PREVIEW_PREVIEW_RECORDS_H_
 #define STC_TESTS_PREVIEW_PREVIEW_RECORDS_H_
 
+#include <gtest/gtest.h>
+
 #include <array>
 #include <cstdint>
 #include <functional>
 #include <memory>
+#include <numeric>
+#include <string>
 #include <vector>
 
 #include "sc_post_blend_interface.h"
@@ -22,13 +26,18 @@ using stc_preview::Rgb;
 using Grid = std::array<uint32_t, 17>;
 using Codes = std::array<uint32_t, 3>;
 
-// The 12-bit grid of the sample device: steps of 256, the last point 4095.
-inline Grid Grid12() {
+// Sixteen even steps from 0, then `last`.
+inline Grid GridOf(uint32_t step, uint32_t last) {
     Grid grid;
     for (uint32_t i = 0; i < 17; ++i) {
-        grid[i] = i < 16 ? i * 256 : 4095;
+        grid[i] = i < 16 ? i * step : last;
     }
     return grid;
+}
+
+// The 12-bit grid of the sample device: steps of 256, the last point 4095.
+inline Grid Grid12() {
+    return GridOf(256, 4095);
 }
 
 // Entries in red-slowest order, each mapped by `out`; the caller may reorder them.
@@ -70,10 +79,14 @@ inline GammaPostBlendConfig MakeGc(const std::vector<uint32_t> &curve) {
 // Codes 0, 1, ..., n - 1.
 inline std::vector<uint32_t> Ramp(uint32_t n) {
     std::vector<uint32_t> codes(n);
-    for (uint32_t i = 0; i < n; ++i) {
-        codes[i] = i;
-    }
+    std::iota(codes.begin(), codes.end(), 0u);
     return codes;
+}
+
+inline void ExpectRgb(Rgb actual, Rgb expected, const std::string &what, double tolerance = 1e-9) {
+    EXPECT_NEAR(actual.r, expected.r, tolerance) << what << ": red";
+    EXPECT_NEAR(actual.g, expected.g, tolerance) << what << ": green";
+    EXPECT_NEAR(actual.b, expected.b, tolerance) << what << ": blue";
 }
 
 }  // namespace stc_preview_test

@@ -68,12 +68,6 @@ TEST(PreviewPcc, EachOutputFromItsOwnRowClamped) {
     EXPECT_NEAR(out.b, 0.3, kTight) << "blue from the blue row";
 }
 
-void ExpectRgb(Rgb actual, Rgb expected, const std::string &what, double tolerance = 1e-9) {
-    EXPECT_NEAR(actual.r, expected.r, tolerance) << what << ": red";
-    EXPECT_NEAR(actual.g, expected.g, tolerance) << what << ": green";
-    EXPECT_NEAR(actual.b, expected.b, tolerance) << what << ": blue";
-}
-
 TEST(PreviewPa, ZeroLevelsInEverySectionChangeNothing) {
     const PaConfig pa = MakePa(0xEF0);
     const Rgb colours[] = {

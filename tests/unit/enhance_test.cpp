@@ -87,8 +87,8 @@ int NonLinearBoost(int code) {
 
 TEST_F(EnhanceTest, NonLinearCurvesComeFromTheFirst1280Codes) {
     tree_.WriteFile(kGamma, "512\n0\n1023\n100\n" + Codes(1276, 700) + "5\n");
-    ASSERT_TRUE(
-        stcZuvaGlimraInit(boost_, base_, "abc\r\nxyz", false));  // the name ends at its break
+    // The panel name ends at its line break.
+    ASSERT_TRUE(stcZuvaGlimraInit(boost_, base_, "abc\r\nxyz", false));
     EXPECT_TRUE(Has(D, kInit + "Loaded 1281 gamma values"));
     ASSERT_EQ(boost_.size(), 1280u);
     ASSERT_EQ(base_.size(), 1280u);
@@ -109,21 +109,19 @@ struct RefusedGammaFile {
 
 // Each refusal leaves the enhancement off (false), with the line that says why.
 TEST_F(EnhanceTest, UnusableGammaFilesAreRefused) {
+    // clang-format off
     const RefusedGammaFile cases[] = {
         {"missing", "", {D, kInit + "Using default gamma values"}},
-        {"1279 codes",
-         Codes(1279, 5) + "# not a code\n",
+        {"1279 codes", Codes(1279, 5) + "# not a code\n",
          {D, kInit + "gamma_srgb size is not enough, ignore it"}},
-        {"a negative code",
-         "# header\n" + Codes(600, 5) + "-1\n" + Codes(700, 5),
+        {"a negative code", "# header\n" + Codes(600, 5) + "-1\n" + Codes(700, 5),
          {W, kInit + "gamma code -1 at line 602 is outside 0..1023, ignore it"}},
-        {"a code above 1023",
-         Codes(1279, 5) + "1024\n",
+        {"a code above 1023", Codes(1279, 5) + "1024\n",
          {W, kInit + "gamma code 1024 at line 1280 is outside 0..1023, ignore it"}},
-        {"all zero",
-         Codes(1280, 0) + "77\n",
+        {"all zero", Codes(1280, 0) + "77\n",
          {W, kInit + "the first 1280 gamma codes are all 0, ignore them"}},
     };
+    // clang-format on
     for (const RefusedGammaFile &c : cases) {
         tree_.Remove(kGamma);
         if (!c.text.empty()) {

@@ -64,21 +64,16 @@ TEST_F(FrameSummaryTest, ReportsTheLastRecordOfEachBlockAsProposed) {
     igc->num_of_entries = 1024;
     auto de = std::make_shared<DETuningConfig>();  // enabled, and a stand-in for the dither record
     de->enabled = true;
-    output_.payload = {Entry(kPbPCC, off),
-                       Entry(kPbPCC, on),
-                       Entry(kPbIGC, igc),
-                       Entry(kPbDE, de),
-                       Entry(kPbDither, de),
-                       EmptyEntry(kPbGC),
-                       Entry(kPbPaDither, de),
-                       Entry(kPbPa, off),
-                       Entry(kPbGamut, std::make_shared<GamutConfig>())};
+    // clang-format off
+    output_.payload = {Entry(kPbPCC, off), Entry(kPbPCC, on), Entry(kPbIGC, igc), Entry(kPbDE, de),
+                       Entry(kPbDither, de), EmptyEntry(kPbGC), Entry(kPbPaDither, de),
+                       Entry(kPbPa, off), Entry(kPbGamut, std::make_shared<GamutConfig>())};
+    // clang-format on
     ModeRenderInputParams input = stc_test::ModeInput(2, 3, 4);
     input.meta = true;
     const auto lines = Summaries(&input);
     const std::string state =
-        "clr_trsfm=1, caliPccEn=0, cali_3dlut_=1, cali_gamut_=12, "
-        "is_primary_=0";
+        "clr_trsfm=1, caliPccEn=0, cali_3dlut_=1, cali_gamut_=12, is_primary_=0";
     const std::string scene = "curr_scene:2048S{SATURATION }S{COLOR_TEMPERATURE }\n";
     ASSERT_EQ(lines.size(), 1u) << log_.Dump();
     EXPECT_EQ(lines[0].message,
@@ -127,38 +122,13 @@ TEST(NamesTest, OperationsAndItemsPrintTheirNames) {
               "S{SKY_CLOUD GRASS DESERT SNOW SUN_RF SKIN DARK OVEREXPOSURE SHARPNESS CONTRAST HUE "
               "SATURATION VALUE COLOR_TEMPERATURE FAC_CALIBRATION WATER_SURFACE LOAD_3DLUT "
               "PRINT_LOG FORCE_UPDATE ZUVA_GLIMRA }");
-    const char *const names[32] = {"SKY_CLOUD",
-                                   "GRASS",
-                                   "DESERT",
-                                   "SNOW",
-                                   "SUN_RF",
-                                   "SKIN",
-                                   "DARK",
-                                   "OVEREXPOSURE",
-                                   "SHARPNESS",
-                                   "CONTRAST",
-                                   "HUE",
-                                   "SATURATION",
-                                   "VALUE",
-                                   "COLOR_TEMPERATURE",
-                                   "FAC_CALIBRATION",
-                                   "WATER_SURFACE",
-                                   "",
-                                   "",
-                                   "",
-                                   "",
-                                   "",
-                                   "",
-                                   "",
-                                   "",
-                                   "",
-                                   "",
-                                   "",
-                                   "ZUVA_GLIMRA",
-                                   "LOAD_3DLUT",
-                                   "PRINT_LOG",
-                                   "FORCE_UPDATE",
-                                   ""};
+    // clang-format off
+    const char *const names[32] = {
+        "SKY_CLOUD", "GRASS", "DESERT", "SNOW", "SUN_RF", "SKIN", "DARK", "OVEREXPOSURE",
+        "SHARPNESS", "CONTRAST", "HUE", "SATURATION", "VALUE", "COLOR_TEMPERATURE",
+        "FAC_CALIBRATION", "WATER_SURFACE", "", "", "", "", "", "", "", "", "", "", "",
+        "ZUVA_GLIMRA", "LOAD_3DLUT", "PRINT_LOG", "FORCE_UPDATE", ""};
+    // clang-format on
     for (int bit = 0; bit < 32; ++bit) {
         const std::string name = names[bit];
         EXPECT_EQ(SceneIdToString(1u << bit), name.empty() ? "S{}" : "S{" + name + " }") << bit;

@@ -268,13 +268,10 @@ TEST_F(PropertiesTest, PaRecordTakesOnlyTheItemsLevels) {
     EXPECT_EQ(pa.skin.type, 0u);
     EXPECT_EQ(pa.foliage.type, 2u);
     EXPECT_EQ(pa.enable_flags, 0xEF1u);
-    for (auto [item, flags] : {std::pair{0x400u, 0xF0u},
-                               {0x800u, 0xF0u},
-                               {0x1000u, 0xF0u},
-                               {0x200u, 0xF0u},
-                               {0x20u, 0x2F0u},
-                               {0x1u, 0x4F0u},
-                               {0x2u, 0x8F0u}}) {
+    const std::pair<uint32_t, uint32_t> alone[] = {{0x400, 0xF0}, {0x800, 0xF0}, {0x1000, 0xF0},
+                                                   {0x200, 0xF0}, {0x20, 0x2F0}, {0x1, 0x4F0},
+                                                   {0x2, 0x8F0}};
+    for (auto [item, flags] : alone) {
         pa.enable_flags = 0;
         pa.global.contrast = 0.5f;
         compose(item);
