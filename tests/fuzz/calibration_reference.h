@@ -1,6 +1,6 @@
 // The calibration files' reading rules written out plainly, as the fuzz targets' reference: the
 // whole file in one buffer, lines split at each line feed, at most 511 bytes before it, each line
-// copied into a zeroed 512-byte buffer. The reader-specific steps stay in each target.
+// copied into a zeroed 512-byte buffer. The steps of each reader stay in its own target.
 #ifndef STC_TESTS_FUZZ_CALIBRATION_REFERENCE_H_
 #define STC_TESTS_FUZZ_CALIBRATION_REFERENCE_H_
 

@@ -24,7 +24,7 @@ const std::string kFirst = "zuva_b3_video", kSecond = "zuva_e5_cmd_363", kServed
 constexpr int kRounds = 20;
 constexpr int kCodes = 1280;
 
-// Panel-specific codes, so that a display holding the other's table is caught.
+// Codes of each panel its own, so that a display holding the other's table is caught.
 int Code(const std::string &panel, int i) {
     return panel == kFirst ? i * 1023 / (kCodes - 1) : 1023 - i * 1023 / (kCodes - 1);
 }

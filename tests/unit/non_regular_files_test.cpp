@@ -26,8 +26,8 @@ using A = StcZuvaColorTestAccess;
 
 enum class Kind { kFifo, kSocket, kDeviceNode, kDirectory };
 
-// Puts a special file of `kind` at the host path `path`.
-void MakeSpecial(Kind kind, const std::string &path) {
+// Puts a FIFO, socket or device node (`kind`) at the host path `path`.
+void MakeNonRegular(Kind kind, const std::string &path) {
     std::filesystem::create_directories(std::filesystem::path(path).parent_path());
     switch (kind) {
         case Kind::kFifo:
@@ -94,7 +94,7 @@ const Role kRoles[] = {
      "StcXmlParse: parse config file failed: /vendor/etc/display/zuva_stc_profile.xml\n"},
 };
 
-TEST(SpecialFilesTest, AreFilesThatCannotBeOpened) {
+TEST(NonRegularFilesTest, AreFilesThatCannotBeOpened) {
     const std::pair<Kind, const char *> kinds[] = {{Kind::kFifo, "FIFO"},
                                                    {Kind::kSocket, "socket"},
                                                    {Kind::kDeviceNode, "device node"},
@@ -105,7 +105,7 @@ TEST(SpecialFilesTest, AreFilesThatCannotBeOpened) {
             SCOPED_TRACE(std::string(role.name) + " as a " + kind_name);
             stc_test::DeviceTree tree;
             stc_test::LogCapture log;
-            MakeSpecial(kind, tree.HostPath(role.device_path));
+            MakeNonRegular(kind, tree.HostPath(role.device_path));
             auto plugin = std::make_unique<StcZuvaColor>();
             role.read(*plugin);
             EXPECT_EQ(log.Count(role.priority, role.message), 1) << log.Dump();
