@@ -6,6 +6,10 @@
 #include <fstream>
 #include <stdexcept>
 
+#include <sys/socket.h>
+#include <sys/un.h>
+#include <unistd.h>
+
 namespace stc_test {
 
 namespace fs = std::filesystem;
@@ -34,6 +38,26 @@ void DeviceTree::WriteFile(const std::string &device_path, const std::string &co
 
 void DeviceTree::MakeDir(const std::string &device_path) const {
     fs::create_directories(HostPath(device_path));
+}
+
+void DeviceTree::MakeSocket(const std::string &device_path) const {
+    const std::string path = HostPath(device_path);
+    fs::create_directories(fs::path(path).parent_path());
+    sockaddr_un address{};
+    address.sun_family = AF_UNIX;
+    if (path.size() >= sizeof(address.sun_path)) {
+        throw std::runtime_error("socket path too long: " + path);
+    }
+    path.copy(address.sun_path, path.size());
+    const int fd = socket(AF_UNIX, SOCK_STREAM, 0);
+    const bool bound =
+        fd >= 0 && bind(fd, reinterpret_cast<sockaddr *>(&address), sizeof(address)) == 0;
+    if (fd >= 0) {
+        close(fd);
+    }
+    if (!bound) {
+        throw std::runtime_error("cannot make a socket at " + path);
+    }
 }
 
 void DeviceTree::Remove(const std::string &device_path) const {

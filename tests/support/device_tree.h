@@ -20,6 +20,8 @@ class DeviceTree {
     // Writes a file (creating its directories) at a device path.
     void WriteFile(const std::string &device_path, const std::string &content) const;
     void MakeDir(const std::string &device_path) const;
+    // A bound Unix socket: a file that exists but cannot be opened for reading.
+    void MakeSocket(const std::string &device_path) const;
     void Remove(const std::string &device_path) const;
 
   private:

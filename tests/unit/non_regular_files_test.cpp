@@ -2,12 +2,9 @@
 // cannot be opened: the same messages as a missing file, and never a stalled Init.
 #include <android/log.h>
 #include <gtest/gtest.h>
-#include <sys/socket.h>
 #include <sys/stat.h>
-#include <sys/un.h>
 #include <unistd.h>
 
-#include <cstring>
 #include <filesystem>
 #include <functional>
 #include <memory>
@@ -26,28 +23,22 @@ using A = StcZuvaColorTestAccess;
 
 enum class Kind { kFifo, kSocket, kDeviceNode, kDirectory };
 
-// Puts a FIFO, socket or device node (`kind`) at the host path `path`.
-void MakeNonRegular(Kind kind, const std::string &path) {
+// Puts a FIFO, socket, device node or directory (`kind`) at `device_path` in `tree`.
+void MakeNonRegular(const stc_test::DeviceTree &tree, Kind kind, const std::string &device_path) {
+    const std::string path = tree.HostPath(device_path);
     std::filesystem::create_directories(std::filesystem::path(path).parent_path());
     switch (kind) {
         case Kind::kFifo:
             ASSERT_EQ(mkfifo(path.c_str(), 0600), 0) << path;
             break;
-        case Kind::kSocket: {
-            int fd = socket(AF_UNIX, SOCK_STREAM, 0);
-            sockaddr_un address{};
-            address.sun_family = AF_UNIX;
-            ASSERT_LT(path.size(), sizeof(address.sun_path)) << path;
-            std::strcpy(address.sun_path, path.c_str());
-            ASSERT_EQ(bind(fd, reinterpret_cast<sockaddr *>(&address), sizeof(address)), 0) << path;
-            close(fd);
+        case Kind::kSocket:
+            tree.MakeSocket(device_path);
             break;
-        }
         case Kind::kDeviceNode:
             std::filesystem::create_symlink("/dev/zero", path);
             break;
         case Kind::kDirectory:
-            std::filesystem::create_directories(path);
+            tree.MakeDir(device_path);
             break;
     }
 }
@@ -105,7 +96,7 @@ TEST(NonRegularFilesTest, AreFilesThatCannotBeOpened) {
             SCOPED_TRACE(std::string(role.name) + " as a " + kind_name);
             stc_test::DeviceTree tree;
             stc_test::LogCapture log;
-            MakeNonRegular(kind, tree.HostPath(role.device_path));
+            MakeNonRegular(tree, kind, role.device_path);
             auto plugin = std::make_unique<StcZuvaColor>();
             role.read(*plugin);
             EXPECT_EQ(log.Count(role.priority, role.message), 1) << log.Dump();

@@ -1,11 +1,7 @@
 // The XML profile, Init's classification, and finding the panel's name and calibration files.
 #include <android/log.h>
 #include <gtest/gtest.h>
-#include <sys/socket.h>
-#include <sys/un.h>
-#include <unistd.h>
 
-#include <cstring>
 #include <filesystem>
 #include <memory>
 
@@ -29,17 +25,6 @@ const std::string kKelpra = "/sys/devices/virtual/kelpra/interface/hw_info/lcm";
 const std::string kHardinfo = "/sys/class/hardinfo/interface/hardware_info/lcm";
 const std::string kErr = "-1, errno=2, No such file or directory";
 
-// A file that exists but cannot be opened for reading.
-void MakeSocket(const std::string &host_path) {
-    std::filesystem::create_directories(std::filesystem::path(host_path).parent_path());
-    sockaddr_un address{};
-    address.sun_family = AF_UNIX;
-    std::strncpy(address.sun_path, host_path.c_str(), sizeof(address.sun_path) - 1);
-    int fd = socket(AF_UNIX, SOCK_STREAM, 0);
-    ASSERT_EQ(bind(fd, reinterpret_cast<sockaddr *>(&address), sizeof(address)), 0) << host_path;
-    close(fd);
-}
-
 class PanelTest : public ::testing::Test {
   protected:
     void Profile(const std::string &body, const char *root = "ZuvaStcConfigs") {
@@ -58,7 +43,7 @@ class PanelTest : public ::testing::Test {
         stc_test::DeviceTree dev;
         for (const V &file : files) {
             if (file.size() == 1) {
-                MakeSocket(dev.HostPath(file[0]));
+                dev.MakeSocket(file[0]);
             } else {
                 dev.WriteFile(file[0], file[1]);
             }
